@@ -1,0 +1,18 @@
+# add_resource_library(NAME SOURCE.rc... [OUTPUT file-name-without-ending] [FOLDER output-folder] [DEPENDS file...])
+# A module of resources alone: no code, no run-time library, no entry point. windres does not track what a script
+# includes, so name those files after DEPENDS.
+function(add_resource_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT;FOLDER" "DEPENDS")
+  add_library(${name} MODULE ${arg_UNPARSED_ARGUMENTS})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C)
+  if(arg_OUTPUT)
+    set_target_properties(${name} PROPERTIES OUTPUT_NAME ${arg_OUTPUT})
+  endif()
+  if(arg_FOLDER)
+    set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${arg_FOLDER})
+  endif()
+  if(arg_DEPENDS)
+    set_property(SOURCE ${arg_UNPARSED_ARGUMENTS} APPEND PROPERTY OBJECT_DEPENDS "${arg_DEPENDS}")
+  endif()
+  target_link_options(${name} PRIVATE -nostdlib -s -Wl,--entry=0 -Wl,--disable-reloc-section)
+endfunction()

@@ -1,0 +1,16 @@
+# What `cmake --install` lays out: an SDK for hosts.
+include(CMakePackageConfigHelpers)
+set(_package lib/cmake/TorvaneUtilities)
+set_target_properties(util PROPERTIES EXPORT_NAME util)
+set_target_properties(framework PROPERTIES EXPORT_NAME framework)
+install(TARGETS util framework EXPORT TorvaneUtilitiesTargets RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
+install(FILES ${UTIL_RUNTIME_DLLS} DESTINATION bin)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/framework/include/ DESTINATION include/framework FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/ DESTINATION include FILES_MATCHING PATTERN "*.h" PATTERN internal EXCLUDE
+        PATTERN module EXCLUDE)
+install(EXPORT TorvaneUtilitiesTargets NAMESPACE Torvane:: DESTINATION ${_package})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+configure_file(${CMAKE_SOURCE_DIR}/cmake/TorvaneUtilitiesConfig.cmake.in
+               ${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfig.cmake @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfig.cmake ${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfigVersion.cmake
+        DESTINATION ${_package})
