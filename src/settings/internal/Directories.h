@@ -1,0 +1,26 @@
+// The directories in which the parts of the suite lie. Every answer ends as it is to be continued: with the backslash
+// where one is named, else without.
+#pragma once
+
+#include <afx.h>
+
+class TvkProduct;
+
+namespace tvk
+{
+/// The Windows system directory, without a backslash at its end; empty when the system does not tell.
+CString SystemDirectory();
+
+/// The printer driver's directory, with the backslash at its end. On the NT family: the system directory, `ntPath` (the
+/// setting `IDO_WINNTPATH`), then "2\" before Windows 2000 and "3\" since; on the 9x family the system directory alone.
+CString PrinterDriverDirectory(const CString& ntPath);
+/// The same; asks `product` for `IDO_WINNTPATH`, on the NT family only.
+CString PrinterDriverDirectory(TvkProduct& product);
+
+/// The full path of the loaded module called `moduleName`, less its last `cut` characters: with the length of a file
+/// name, the module's directory with the backslash at its end. Empty when no such module is loaded, when its path does
+/// not fit in the system's 260 characters, or when it is shorter than the cut.
+CString LoadedModuleDirectory(const CString& moduleName, int cut);
+/// The same, less the length of `moduleName`.
+CString LoadedModuleDirectory(const CString& moduleName);
+} // namespace tvk
