@@ -17,7 +17,7 @@ class AFX_EXT_CLASS SystemConfigDLL : public CObject
     /// Loads at once, as Initialize does; whether that succeeded shows in the answers.
     explicit SystemConfigDLL(CString libraryName);
     /// Frees the library.
-    virtual ~SystemConfigDLL();
+    ~SystemConfigDLL() override;
 
     /// Loads the library: by its name in the system's usual search, then, on the NT family, from the printer driver's
     /// directory. Returns 1 when it can be asked, else 0. An object that holds a library already keeps it, whatever

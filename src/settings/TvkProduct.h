@@ -35,7 +35,7 @@ class AFX_EXT_CLASS TvkProduct : public CObject
     /// Settings from `libraryName`, with `fallbackLibraryName` as the fallback.
     TvkProduct(CString libraryName, CString fallbackLibraryName);
     /// Frees the settings library resolved last if this object loaded it; puts the saved resource handle back.
-    virtual ~TvkProduct();
+    ~TvkProduct() override;
 
     /// Looks a text up. `value` is output only: it receives the text, or "ERROR" when there is none. Returns a copy.
     CString GetSetting(const char* key, CString& value);
