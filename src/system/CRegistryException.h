@@ -6,6 +6,7 @@
 /// Thrown by CRegistry by pointer, allocated with `new`: whoever catches it calls Delete().
 class AFX_EXT_CLASS CRegistryException : public CException
 {
+    DECLARE_DYNAMIC(CRegistryException)
   public:
     explicit CRegistryException(LONG errorCode);
     ~CRegistryException() override;
