@@ -1,0 +1,95 @@
+#include "TestProduct.h"
+#include "settings/TvkProduct.h"
+#include <gtest/gtest.h>
+
+namespace
+{
+constexpr int LanguageString = 8003;
+constexpr int StringsInBlock = 16;
+
+/// A block of the string table with one string.
+std::wstring StringBlock(int id, const std::string& text)
+{
+    std::wstring block(static_cast<size_t>(id % StringsInBlock), L'\0');
+    block += static_cast<wchar_t>(text.size());
+    for (const char character : text)
+        block += static_cast<wchar_t>(character);
+    block.append(StringsInBlock - 1 - id % StringsInBlock, L'\0');
+    return block;
+}
+
+void WriteLibrary(const std::string& path, TestSettings settings, const std::string& language)
+{
+    const std::string seed = TestFolder() + TestProduct::LibraryName();
+    ASSERT_TRUE(CopyFileA(seed.c_str(), path.c_str(), FALSE)) << path << ": " << GetLastError();
+    const HANDLE update = BeginUpdateResourceA(path.c_str(), TRUE);
+    ASSERT_TRUE(update) << path << ": " << GetLastError();
+    const auto type = [](WORD id) { return reinterpret_cast<LPCSTR>(static_cast<ULONG_PTR>(id)); };
+    for (const TestSetting& setting : settings)
+    {
+        std::string bytes = setting.bytes;
+        UpdateResourceA(update, type(10), setting.key.c_str(), 0, bytes.data(), static_cast<DWORD>(bytes.size()));
+    }
+    if (!language.empty())
+    {
+        std::wstring block = StringBlock(LanguageString, language);
+        UpdateResourceA(update, type(6), type(LanguageString / StringsInBlock + 1), 0, block.data(),
+                        static_cast<DWORD>(block.size() * sizeof(wchar_t)));
+    }
+    ASSERT_TRUE(EndUpdateResourceA(update, FALSE)) << path << ": " << GetLastError();
+}
+
+std::string MakeProductFolder()
+{
+    static int count = 0;
+    const std::string folder = "product-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count);
+    CreateDirectoryA((TestFolder() + folder).c_str(), nullptr);
+    return folder;
+}
+} // namespace
+
+TestLibrary::TestLibrary(const std::string& fileName, TestSettings settings, const std::string& language)
+    : m_path(TestFolder() + fileName)
+{
+    WriteLibrary(m_path, settings, language);
+}
+
+TestLibrary::~TestLibrary()
+{
+    EXPECT_TRUE(DeleteFileA(m_path.c_str())) << m_path << " is still loaded? " << GetLastError();
+}
+
+TestProduct::TestProduct(TestSettings settings, const std::string& language)
+    : m_folder(MakeProductFolder()),
+      m_library(std::make_unique<TestLibrary>(m_folder + "\\" + LibraryName(), settings, language))
+{
+    EXPECT_FALSE(GetModuleHandleA(LibraryName().c_str())) << "another product is resident";
+    m_module = LoadLibraryA(m_library->Path().c_str());
+    EXPECT_TRUE(m_module) << m_library->Path() << ": " << GetLastError();
+}
+
+TestProduct::~TestProduct()
+{
+    FreeLibrary(m_module);
+    EXPECT_FALSE(GetModuleHandleA(LibraryName().c_str())) << "the product is still in use";
+    m_library.reset();
+    RemoveDirectoryA((TestFolder() + m_folder).c_str());
+}
+
+std::string TestProduct::LibraryName()
+{
+    return static_cast<LPCSTR>(TvkProduct::GetProductPrefix() + "jswr.dll");
+}
+
+std::string TestFolder()
+{
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const std::string program = path;
+    return program.substr(0, program.rfind('\\') + 1);
+}
+
+HMODULE LibraryUnderTest()
+{
+    return GetModuleHandleA(TvkProduct::GetProductPrefix() + "util.dll");
+}
