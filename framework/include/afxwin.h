@@ -3,3 +3,8 @@
 
 #include "afx.h"
 #include "afx/Resources.h"
+#include "afx/Geometry.h"
+#include "afx/CGdiObject.h"
+#include "afx/CDC.h"
+#include "afx/CWnd.h"
+#include "afx/CWinApp.h"
