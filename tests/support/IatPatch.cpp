@@ -4,7 +4,9 @@
 
 namespace
 {
-void** FindImport(HMODULE module, const char* function)
+using Function = void (*)();
+
+Function* FindImport(HMODULE module, const char* function)
 {
     auto* base = reinterpret_cast<BYTE*>(module);
     const auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
@@ -22,13 +24,13 @@ void** FindImport(HMODULE module, const char* function)
                 continue;
             const auto* entry = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
             if (std::strcmp(reinterpret_cast<const char*>(entry->Name), function) == 0)
-                return reinterpret_cast<void**>(&slot->u1.Function);
+                return reinterpret_cast<Function*>(&slot->u1.Function);
         }
     }
     return nullptr;
 }
 
-void Store(void** slot, void* value)
+void Store(Function* slot, Function value)
 {
     DWORD protection = 0;
     VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
@@ -44,12 +46,12 @@ IatPatch::IatPatch(HMODULE module, const char* function, void (*replacement)()) 
         ADD_FAILURE() << "the module does not import " << function;
         return;
     }
-    m_original = reinterpret_cast<void (*)()>(*m_slot);
-    Store(m_slot, reinterpret_cast<void*>(replacement));
+    m_original = *m_slot;
+    Store(m_slot, replacement);
 }
 
 IatPatch::~IatPatch()
 {
     if (m_slot)
-        Store(m_slot, reinterpret_cast<void*>(m_original));
+        Store(m_slot, m_original);
 }

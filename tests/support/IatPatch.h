@@ -27,6 +27,6 @@ public:
     }
 
 private:
-    void** m_slot = nullptr;
+    void (**m_slot)() = nullptr;
     void (*m_original)() = nullptr;
 };

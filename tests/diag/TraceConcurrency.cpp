@@ -1,0 +1,125 @@
+// Several processes that trace at once, and one that is stopped at the worst moment.
+#include "diag/CSpy.h"
+#include "support/IatPatch.h"
+#include "support/Probe.h"
+#include "support/TraceWorld.h"
+#include <gtest/gtest.h>
+#include <atomic>
+#include <map>
+#include <thread>
+
+namespace
+{
+constexpr char Reached[] = "TraceWriterHoldsTheLock";
+
+// Stands still where the record would be written, as a process does that a debugger has stopped.
+BOOL WINAPI StopInsteadOfWriting(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*)
+{
+    SetEvent(OpenEventA(EVENT_MODIFY_STATE, FALSE, Reached));
+    Sleep(INFINITE);
+    return FALSE;
+}
+} // namespace
+
+PROBE(WriteRecords)
+{
+    CSpy spy;
+    for (int i = 0; i < std::atoi(argv[1]); ++i)
+        spy.OutputData((std::string(argv[0]) + " " + std::to_string(i)).c_str());
+    return 0;
+}
+
+PROBE(StopWithinARecord)
+{
+    const IatPatch patch(GetModuleHandleA("tvkframe.dll"), "WriteFile", StopInsteadOfWriting);
+    CSpy().OutputData("never written");
+    return 0;
+}
+
+TEST(TraceConcurrency, ProcessesThatTraceAtOnceLoseNoRecord)
+{
+    constexpr int Records = 4000;
+    const TraceWorld world;
+    std::vector<std::thread> processes;
+    for (const char* name : {"first", "second", "third"})
+        processes.emplace_back(
+            [name] {
+                EXPECT_EQ(RunProbeProcess("WriteRecords", {name, std::to_string(Records)}).exitCode, 0u);
+            });
+    for (std::thread& process : processes)
+        process.join();
+    std::map<std::string, int> next;
+    for (const std::string& record : world.Records())
+    {
+        const std::string name = record.substr(0, record.find(' '));
+        EXPECT_EQ(record, name + " " + std::to_string(next[name]++)) << "a record is lost, torn or out of order";
+    }
+    EXPECT_EQ(next, (std::map<std::string, int>{
+                        {"(char)first", Records}, {"(char)second", Records}, {"(char)third", Records}}));
+}
+
+TEST(TraceConcurrency, AStoppedProcessDoesNotFreezeTheOthers)
+{
+    constexpr int Records = 200;
+    const TraceWorld world;
+    const HANDLE reached = CreateEventA(nullptr, FALSE, FALSE, Reached);
+    char self[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, self, MAX_PATH);
+    std::string line = std::string("\"") + self + "\" --probe StopWithinARecord";
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION stopped = {};
+    ASSERT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &stopped));
+    ASSERT_EQ(WaitForSingleObject(reached, 20000), WAIT_OBJECT_0);
+
+    const auto writeRecords = [&world]
+    {
+        CSpy spy;
+        const ULONGLONG start = GetTickCount64();
+        for (int i = 0; i < Records; ++i)
+            spy.OutputData(i);
+        return GetTickCount64() - start;
+    };
+    const ULONGLONG slow = writeRecords();
+    EXPECT_GE(slow, 400u) << "the stopped process does not hold the lock: this test shows nothing";
+    EXPECT_LT(slow, 4000u);
+    EXPECT_EQ(world.Records().size(), std::size_t{Records});
+
+    TerminateProcess(stopped.hProcess, 1);
+    WaitForSingleObject(stopped.hProcess, 5000);
+    writeRecords();
+    EXPECT_LT(writeRecords(), slow / 2) << "the lock is free again, but still waited for";
+    EXPECT_EQ(world.Records().size(), std::size_t{3 * Records});
+    CloseHandle(stopped.hThread);
+    CloseHandle(stopped.hProcess);
+    CloseHandle(reached);
+}
+
+TEST(TraceConcurrency, ReadersAndForeignWritersAreLeftAlone)
+{
+    const TraceWorld world;
+    std::atomic<bool> done = false;
+    std::thread writer(
+        [&done]
+        {
+            CSpy spy;
+            for (int i = 0; i < 2000; ++i)
+                spy.OutputData("record");
+            done = true;
+        });
+    const HANDLE file = CreateFileA(TraceWorld::LogPath().c_str(), GENERIC_READ | FILE_APPEND_DATA,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    int failures = 0;
+    while (!done)
+    {
+        char buffer[512];
+        DWORD count = 0;
+        SetFilePointer(file, 0, nullptr, FILE_BEGIN);
+        failures += !ReadFile(file, buffer, sizeof buffer, &count, nullptr);
+        failures += !WriteFile(file, "", 0, &count, nullptr);
+    }
+    writer.join();
+    CloseHandle(file);
+    EXPECT_EQ(failures, 0);
+}

@@ -1,0 +1,286 @@
+// What the records look like: one line a value, one line a field of a structure.
+#include "diag/CSpy.h"
+#include "support/IatPatch.h"
+#include "support/TraceWorld.h"
+#include <gtest/gtest.h>
+#include <cfloat>
+#include <climits>
+#include <cstring>
+#include <ctime>
+#include <functional>
+#include <sstream>
+
+namespace
+{
+// The steps that derived classes can use.
+class Steps : public CSpy
+{
+  public:
+    using CSpy::AddToBufferBase16;
+    using CSpy::GetTimeStamp;
+    using CSpy::WriteBuffer;
+};
+
+// The one record that a call writes.
+std::string RecordOf(const std::function<int(CSpy&)>& call)
+{
+    TraceWorld world;
+    CSpy spy;
+    EXPECT_EQ(call(spy), 1);
+    const std::vector<std::string> records = world.Records();
+    return records.size() == 1 ? records[0] : std::to_string(records.size()) + " records";
+}
+
+// A structure made of 32-bit words, whatever its fields are called.
+template <class Structure>
+Structure FromWords(const std::function<int(int)>& word)
+{
+    int words[sizeof(Structure) / sizeof(int)];
+    for (std::size_t i = 0; i < std::size(words); ++i)
+        words[i] = word(static_cast<int>(i));
+    Structure structure;
+    std::memcpy(&structure, words, sizeof structure);
+    return structure;
+}
+
+struct Row
+{
+    const char* labels; // separated by blanks
+    const char* tag;
+};
+
+// The dump of consecutive words.
+std::string WordRows(const std::vector<Row>& rows, const std::function<int(int)>& word)
+{
+    std::string text;
+    int index = 0;
+    for (const Row& row : rows)
+    {
+        std::istringstream labels(row.labels);
+        for (std::string label; labels >> label;)
+            text += "\t" + label + row.tag + std::to_string(word(index++)) + "\n";
+    }
+    return text;
+}
+
+int OddAndNegative(int index)
+{
+    return index % 2 ? index * 1000003 : -index * 999983;
+}
+
+// Bytes 0, 1, 2, ... and 15, 31, 47, ... in the arrays at the end of the ink report.
+INKINFO SampleInk()
+{
+    INKINFO ink = FromWords<INKINFO>(OddAndNegative);
+    for (int i = 0; i < 20; ++i)
+    {
+        ink.iCart1PrintheadDiag[i] = static_cast<unsigned char>(i);
+        ink.iCart2PrintheadDiag[i] = static_cast<unsigned char>(15 + i * 16);
+    }
+    return ink;
+}
+
+const std::string InkDump =
+    "(LPINKINFO)\n" +
+    WordRows({{"InkStyle", "(DWORD)"},
+              {"InkPercent1 InkPercent2 InkPercent3 InkPercent4 InkPercent5 InkPercent6 InkPercent7 InkPercent8 "
+               "InkPercent9 InkPercent10",
+               "(long)"},
+              {"iChangedCartCount1 iChangedCartCount2 iLogCartID1 iLogCartID2 iPhysCartID1 iPhysCartID2 "
+               "iCart1Authenticity iCart2Authenticity iCart1AlignRequired iCart2AlignRequired iEstPagesRemaining "
+               "iCart1UID iCart2UID",
+               "(DWORD)"}},
+             OddAndNegative) +
+    "\tiCart1PrintheadDiag(LPBYTE)0  1  2  3  4  5  6  7  8  9  a  b  c  d  e  f  10  11  12  13  \n"
+    "\tiCart2PrintheadDiag(LPBYTE)f  1f  2f  3f  4f  5f  6f  7f  8f  9f  af  bf  cf  df  ef  ff  f  1f  2f  3f  \n";
+
+const std::string AlignDump =
+    "(LPALIGNINFO)\n" + WordRows({{"iAlignmentType iAlign1 iAlign2 iAlign3 iAlign4 iAlign5 iAlign6 iAlign7 iAlign8 "
+                                   "iAlign9 iAlign10 iAlign11 iAlign12 iAlign13 iAlign14 iAlign15 iAlign16 iAlign17",
+                                   "(DWORD)"}},
+                                 OddAndNegative);
+
+std::string WithoutLastLineFeed(std::string text)
+{
+    text.pop_back();
+    return text;
+}
+} // namespace
+
+TEST(TraceRecords, ValuesHaveTheirTagsAndForms)
+{
+    const unsigned char bytes[] = {0x0A, 0xFF, 0x00, 0x10};
+    const unsigned char* const none = nullptr;
+    const std::string longText(70000, 'x');
+    struct Case
+    {
+        std::string body;
+        std::function<int(CSpy&)> call;
+    };
+    const Case cases[] = {
+        {"(int)42", [](CSpy& spy) { return spy.OutputData(42); }},
+        {"(int)-2147483648", [](CSpy& spy) { return spy.OutputData(INT_MIN); }},
+        {"(DWORD)7", [](CSpy& spy) { return spy.OutputData(7ul); }},
+        {"(DWORD)-1", [](CSpy& spy) { return spy.OutputData(0xFFFFFFFFul); }},
+        {"(DWORD)-2147024891", [](CSpy& spy) { return spy.OutputData(0x80070005ul); }},
+        {"(long)2147483647", [](CSpy& spy) { return spy.OutputData(LONG_MAX); }},
+        {"(float)1.500000", [](CSpy& spy) { return spy.OutputData(1.5f); }},
+        {"(float)-0.100000", [](CSpy& spy) { return spy.OutputData(-0.1f); }},
+        {"(float)340282346638528859811704183484516925440.000000", [](CSpy& spy) { return spy.OutputData(FLT_MAX); }},
+        {"(char)Supplies: %s 100%", [](CSpy& spy) { return spy.OutputData("Supplies: %s 100%"); }},
+        {"(char)", [](CSpy& spy) { return spy.OutputData(""); }},
+        {"(char)\nHelpPath: ", [](CSpy& spy) { return spy.OutputData("\nHelpPath: "); }},
+        {"(char)ab", [](CSpy& spy) { return spy.OutputData(CString("ab\0cd", 5)); }},
+        {"(char)" + longText, [&](CSpy& spy) { return spy.OutputData(longText.c_str()); }},
+        {"(LPBYTE)a  ff  0  10  ", [&](CSpy& spy) { return spy.OutputData(bytes, 4); }},
+        {"(LPBYTE)a  ", [&](CSpy& spy) { return spy.OutputData(bytes, 1); }},
+        {"(LPBYTE)", [&](CSpy& spy) { return spy.OutputData(bytes, 0); }},
+        {"(LPBYTE)", [&](CSpy& spy) { return spy.OutputData(bytes, -3); }},
+        {"(LPBYTE)NULL", [&](CSpy& spy) { return spy.OutputData(none, 4); }},
+        {"(LPBYTE)NULL", [&](CSpy& spy) { return spy.OutputData(none, -1); }},
+    };
+    TraceWorld world;
+    CSpy spy;
+    std::vector<std::string> expected;
+    for (const Case& row : cases)
+    {
+        EXPECT_EQ(row.call(spy), 1) << row.body;
+        expected.push_back(row.body);
+    }
+    EXPECT_EQ(world.Records(), expected);
+}
+
+TEST(TraceRecords, HexadecimalNumbersAreForDerivedClasses)
+{
+    TraceWorld world;
+    {
+        Steps steps;
+        EXPECT_EQ(steps.AddToBufferBase16(0xABC01ul), 1);
+        EXPECT_EQ(steps.AddToBufferBase16(0ul), 1);
+        steps.WriteBuffer();
+    }
+    EXPECT_EQ(world.Log(), "(DWORD)abc01\n(DWORD)0\n");
+}
+
+TEST(TraceRecords, TheTimeStampIsTheLocalTime)
+{
+    constexpr char Form[] = "%H:%M:%S <%B %d, %Y>";
+    Steps steps;
+    for (int month = 1; month <= 12; ++month)
+    {
+        // The C library's own formatting of the same moment is the measure.
+        static std::tm time;
+        time = {};
+        time.tm_year = 99 + month;
+        time.tm_mon = month - 1;
+        time.tm_mday = month * 2;
+        time.tm_hour = month * 2 - 1;
+        time.tm_min = 60 - month;
+        time.tm_sec = month;
+        const IatPatch patch(
+            GetModuleHandleA(PRODUCT_PREFIX "util.dll"), "GetLocalTime",
+            +[](SYSTEMTIME* now) -> void
+            {
+                *now = {static_cast<WORD>(time.tm_year + 1900),
+                        static_cast<WORD>(time.tm_mon + 1),
+                        0,
+                        static_cast<WORD>(time.tm_mday),
+                        static_cast<WORD>(time.tm_hour),
+                        static_cast<WORD>(time.tm_min),
+                        static_cast<WORD>(time.tm_sec),
+                        999};
+            });
+        char expected[64];
+        std::strftime(expected, sizeof expected, Form, &time);
+        EXPECT_STREQ(steps.GetTimeStamp(), expected);
+    }
+    const CTime before = CTime::GetCurrentTime();
+    const CString stamp = steps.GetTimeStamp();
+    const CTime after = CTime::GetCurrentTime();
+    EXPECT_TRUE(stamp == before.Format(Form) || stamp == after.Format(Form)) << static_cast<LPCSTR>(stamp);
+}
+
+TEST(TraceRecords, InkReport)
+{
+    const INKINFO ink = SampleInk();
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&ink); }), WithoutLastLineFeed(InkDump));
+}
+
+TEST(TraceRecords, StatusWithItsNestedStructures)
+{
+    unsigned char alerts[] = {0xDE, 0xAD, 0x00};
+    STATUSERRORINFO error = {alerts, 3};
+    INKINFO ink = SampleInk();
+    ALIGNINFO align = FromWords<ALIGNINFO>(OddAndNegative);
+    STATUSINFO status = {-5, &error, 11, 12, {}, &ink, &align};
+    for (int i = 0; i < 20; ++i)
+        status.iPrinterDiag[i] = static_cast<unsigned char>(i * 13);
+    const auto dump = [&](const std::string& bytes)
+    {
+        return WithoutLastLineFeed("(LPSTATUSINFO)\n\tiStatus(int)-5\n\tlpStatusError->lpAlertStatusBytes(LPBYTE)" +
+                                   bytes +
+                                   "\n\tiMedia(int)11\n\tiMedia2(int)12\n\tiPrinterDiag(LPBYTE)0  d  1a  27  34  41  "
+                                   "4e  5b  68  75  82  8f  9c  a9  b6  c3  d0  dd  ea  f7  \n\tlpInk" +
+                                   InkDump + "\tlpAlign" + AlignDump);
+    };
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&status); }), dump("de  ad  0  "));
+    error = {nullptr, 3};
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&status); }), dump("NULL"));
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&align); }), WithoutLastLineFeed(AlignDump));
+}
+
+TEST(TraceRecords, PortsProxyAndSubnet)
+{
+    PORTINFO port = {1, 2, "SN-0001", -3};
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&port); }),
+              "(LPPORTINFO)\n\tiPortType(DWORD)1\n\tiBidiLevel(DWORD)2\n\tSerialNumber[32](char)SN-0001\n"
+              "\tiRes(DWORD)-3");
+    // A field filled to its last character has no NUL; what follows it must not be shown.
+    std::memset(port.SerialNumber, 'S', sizeof port.SerialNumber);
+    port.iRes = 0x41414141;
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&port); }),
+              "(LPPORTINFO)\n\tiPortType(DWORD)1\n\tiBidiLevel(DWORD)2\n\tSerialNumber[32](char)" +
+                  std::string(32, 'S') + "\n\tiRes(DWORD)1094795585");
+    char proxyName[] = "proxy.example";
+    const UPDPROXYINFO proxy = {proxyName, 8080};
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&proxy); }),
+              "(LPUPDPROXYINFO)\n\tlpProxy(char)proxy.example\n\tiPort(int)8080");
+    const SUBNETINFO subnet = {"192.168.1.0"};
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&subnet); }),
+              "(LPSUBNETINFO)\n\tSubnet[16](char)192.168.1.0");
+    const PRINTERPORTINFO printer = {"IP_1", "10.0.0.2", "255.0.0.0", "10.0.0.1", "Model", "00:11", 99, 1, -1};
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&printer); }),
+              "(LPPRINTERPORTINFO)\n\tPortName[32](char)IP_1\n\tIPAddress[16](char)10.0.0.2\n"
+              "\tSubnetMask[16](char)255.0.0.0\n\tGatewayAddress[16](char)10.0.0.1\n\tModel[32](char)Model\n"
+              "\tMACAddress[32](char)00:11\n\tPrinter_installed(int)1\n\tPrinter_configured(int)-1");
+    EXPECT_EQ(RecordOf([](CSpy& spy) { return spy.OutputData(static_cast<PRINTERPORTINFO*>(nullptr)); }),
+              "(LPPRINTERPORTINFO)\n\tPortName[32](char)NULL\n\tIPAddress[16](char)NULL\n\tSubnetMask[16](char)NULL\n"
+              "\tGatewayAddress[16](char)NULL\n\tModel[32](char)NULL\n\tMACAddress[32](char)NULL\n"
+              "\tPrinter_installed(char)NULL\n\tPrinter_configured(char)NULL");
+}
+
+TEST(TraceRecords, DeviceMode)
+{
+    // Labels with the word that each shows, in the order of the lines.
+    const char* const lines =
+        "dmReturnState 64 dmOrientation 65 dmPageOrder 66 dmPaperSize 67 dmCustomPaperLength 68 dmCustomPaperWidth 69 "
+        "dmCustomPaperUnits 70 dmCopies 71 dmDefaultSource 72 dmPrintQuality 73 dmColor 74 dmDuplex 75 dmCollate 76 "
+        "dmPaperCategory 77 dmMediaType 78 dmPrintInstructionSheet 80 dmColorMode 81 dmHalftoning 82 dmMirror 83 "
+        "dmJFOption 84 dmAutoMedia 85 dmMediaType1 86 dmMediaType2 87 dmUpdateMediaType2 88 dmRegion 92 "
+        "dmPosterRows 95 dmPosterColumns 96 dmPosterCropMarks 97 dmPosterOverlap 130 dmNupPages 131 "
+        "dmNupPageBorders 132 dmBookletSheetsPerBundle 133 dmBookletUnscaledPaperSize 134 "
+        "dmBookletScaledPaperSize 135 dmBookletBookScaled 136 dmBookletFoldMarks 137 dmWebSmoothing 138 "
+        "dmFitToPaperSize 139 dmSequenceBeginRight 140 dmSequenceBeginBottom 141 dmSequenceVertical 142 "
+        "dmSaveCollate 143 dmSavePageOrder 144 dmSaveCopies 145 dmSavePrintQuality 146 dmSaveOrientation 147 "
+        "dmSaveMediaType 148 dmSavePaperSize1 149 dmAutoImageSharpening 93 dmManualImageSharpeningValue 94 "
+        "dmClaimPrintMode 91";
+    const auto word = [](int index) { return index == 77 ? static_cast<int>(0xBEEF001Du) : -index; };
+    LCDEVMODE mode = FromWords<LCDEVMODE>(word);
+    std::memset(mode.dmPrinterFriendlyName, 'P', sizeof mode.dmPrinterFriendlyName);
+    std::string expected = "(LPLCDEVMODE)\n\tdmPrinterFriendlyName(char)" + std::string(256, 'P') + "\n";
+    std::istringstream stream(lines);
+    std::string label;
+    for (int index; stream >> label >> index;)
+        expected += "\t" + label + "(DWORD)" + (index == 77 ? "beef001d" : std::to_string(word(index))) + "\n";
+    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&mode); }), WithoutLastLineFeed(expected));
+}

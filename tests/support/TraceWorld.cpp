@@ -1,0 +1,115 @@
+#include "TraceWorld.h"
+#include <gtest/gtest.h>
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <regex>
+
+namespace
+{
+constexpr char Key[] = "SOFTWARE\\TORVANE";
+constexpr char Name[] = "GUILOG";
+
+// At the beginning of a line: 14:03:22 <November 16, 2006> and two blanks.
+const std::regex& TimeStamp()
+{
+    static const std::regex stamp("([01]\\d|2[0-3]):[0-5]\\d:[0-5]\\d <(January|February|March|April|May|June|July|"
+                                  "August|September|October|November|December) (0[1-9]|[12]\\d|3[01]), \\d{4}>  ");
+    return stamp;
+}
+} // namespace
+
+TraceWorld::TraceWorld(unsigned long guilog)
+{
+    HKEY key = nullptr;
+    m_keyWasThere = RegOpenKeyExA(HKEY_LOCAL_MACHINE, Key, 0, KEY_READ, &key) == ERROR_SUCCESS;
+    if (m_keyWasThere)
+    {
+        BYTE data[256];
+        DWORD size = sizeof data, type = 0;
+        if (RegQueryValueExA(key, Name, nullptr, &type, data, &size) == ERROR_SUCCESS)
+            m_former = Value{type, std::string(data, data + size)};
+        RegCloseKey(key);
+    }
+    Clear();
+    Switch(guilog);
+}
+
+TraceWorld::~TraceWorld()
+{
+    if (m_former)
+        Switch(m_former->type, m_former->data);
+    else
+        RemoveSwitch();
+    if (!m_keyWasThere)
+        RegDeleteKeyA(HKEY_LOCAL_MACHINE, Key);
+    Clear();
+    DeleteFileA(LogPath().c_str());
+}
+
+void TraceWorld::Switch(unsigned long type, const std::string& data)
+{
+    EXPECT_EQ(RegSetKeyValueA(HKEY_LOCAL_MACHINE, Key, Name, type, data.data(), static_cast<DWORD>(data.size())), 0);
+}
+
+void TraceWorld::Switch(unsigned long guilog)
+{
+    Switch(REG_DWORD, std::string(reinterpret_cast<const char*>(&guilog), sizeof guilog));
+}
+
+void TraceWorld::RemoveSwitch()
+{
+    RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, Key, Name);
+}
+
+std::string TraceWorld::LogPath()
+{
+    return "c:\\" PRODUCT_PREFIX "gui.log";
+}
+
+std::string TraceWorld::Log() const
+{
+    std::ifstream file(LogPath(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> TraceWorld::Records() const
+{
+    const std::string log = Log();
+    EXPECT_TRUE(log.empty() || log.back() == '\n') << "the log ends within a record";
+    std::vector<std::string> records;
+    for (std::size_t line = 0; line < log.size();)
+    {
+        const std::size_t next = std::min(log.find('\n', line), log.size() - 1) + 1;
+        const std::string text = log.substr(line, next - line);
+        std::smatch stamp;
+        if (std::regex_search(text, stamp, TimeStamp(), std::regex_constants::match_continuous))
+            records.push_back(stamp.suffix());
+        else if (records.empty())
+            ADD_FAILURE() << "the log does not begin with a time stamp: " << text;
+        else
+            records.back() += text;
+        line = next;
+    }
+    for (std::string& record : records)
+        if (!record.empty() && record.back() == '\n')
+            record.pop_back();
+    return records;
+}
+
+void TraceWorld::Clear()
+{
+    const HANDLE file = CreateFileA(LogPath().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    TRUNCATE_EXISTING, 0, nullptr);
+    if (file != INVALID_HANDLE_VALUE)
+        CloseHandle(file);
+}
+
+std::string WithoutTimeStamp(const std::string& record)
+{
+    std::smatch stamp;
+    if (std::regex_search(record, stamp, TimeStamp(), std::regex_constants::match_continuous))
+        return stamp.suffix();
+    ADD_FAILURE() << "no time stamp in front of: " << record;
+    return record;
+}
