@@ -1,0 +1,55 @@
+/* The configuration library of the Larkmoor 460: answers, for this model, the items that the series' settings library
+   names in its overrides. It is loaded and freed for every single question, hence plain C: the C++ run-time library
+   would keep something of each load. */
+#include <windows.h>
+#include <string.h>
+
+enum
+{
+    CONFIG_SUCCESS = 0,
+    CONFIG_UNDEFINED_ITEM = 1,
+    CONFIG_INSUFFICIENT_BUFFER_SIZE = 3
+};
+
+typedef struct
+{
+    unsigned long item;
+    const char* text; /* null: a number */
+    unsigned long number;
+} Item;
+
+static const Item items[] = {
+    {1, "Larkmoor 460", 0}, /* IDO_MODEL */
+    {2, "Torvane", 0},      /* IDO_MFG */
+    {3, "LM46", 0},         /* IDO_URL_PRINTER_CODE */
+    {17, NULL, 2},          /* IDO_INKSTYLE: two cartridges */
+    {18, NULL, 2},          /* IDO_PRINTHEADFORMAT: shown in the order of the holders */
+};
+
+/* A question takes two calls. The first learns how many bytes the answer has; its buffer may be null or of any size.
+   The second, for the same item and with that room, gets them. */
+static const Item* announced;
+
+__declspec(dllexport) unsigned long GetConfigData(unsigned long reserved1, unsigned long item, unsigned long reserved2,
+                                                  void* buffer, unsigned long* size)
+{
+    const Item* found = NULL;
+    (void)reserved1;
+    (void)reserved2;
+    for (size_t i = 0; i < sizeof items / sizeof items[0]; ++i)
+        if (items[i].item == item)
+            found = &items[i];
+    if (!found || !size)
+        return CONFIG_UNDEFINED_ITEM;
+
+    unsigned long length = found->text ? (unsigned long)strlen(found->text) + 1 : (unsigned long)sizeof found->number;
+    if (announced != found || !buffer || *size < length)
+    {
+        announced = found;
+        *size = length;
+        return CONFIG_INSUFFICIENT_BUFFER_SIZE;
+    }
+    announced = NULL;
+    memcpy(buffer, found->text ? (const void*)found->text : (const void*)&found->number, length);
+    return CONFIG_SUCCESS;
+}
