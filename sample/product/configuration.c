@@ -1,15 +1,8 @@
 /* The configuration library of the Larkmoor 460: answers, for this model, the items that the series' settings library
    names in its overrides. It is loaded and freed for every single question, hence plain C: the C++ run-time library
    would keep something of each load. */
-#include <windows.h>
+#include "settings/ConfigurationLibrary.h"
 #include <string.h>
-
-enum
-{
-    CONFIG_SUCCESS = 0,
-    CONFIG_UNDEFINED_ITEM = 1,
-    CONFIG_INSUFFICIENT_BUFFER_SIZE = 3
-};
 
 typedef struct
 {
@@ -26,12 +19,12 @@ static const Item items[] = {
     {18, NULL, 2},          /* IDO_PRINTHEADFORMAT: shown in the order of the holders */
 };
 
-/* A question takes two calls. The first learns how many bytes the answer has; its buffer may be null or of any size.
-   The second, for the same item and with that room, gets them. */
+/* The item whose size was asked for last. The first call of a question may come with a buffer that is large enough, and
+   is still to be answered by the size alone. */
 static const Item* announced;
 
-__declspec(dllexport) unsigned long GetConfigData(unsigned long reserved1, unsigned long item, unsigned long reserved2,
-                                                  void* buffer, unsigned long* size)
+__declspec(dllexport) unsigned long WINAPI GetConfigData(unsigned long reserved1, unsigned long item,
+                                                         unsigned long reserved2, void* buffer, unsigned long* size)
 {
     const Item* found = NULL;
     (void)reserved1;
@@ -40,16 +33,16 @@ __declspec(dllexport) unsigned long GetConfigData(unsigned long reserved1, unsig
         if (items[i].item == item)
             found = &items[i];
     if (!found || !size)
-        return CONFIG_UNDEFINED_ITEM;
+        return ERROR_CONFIG_UNDEFINED_ITEM;
 
     unsigned long length = found->text ? (unsigned long)strlen(found->text) + 1 : (unsigned long)sizeof found->number;
     if (announced != found || !buffer || *size < length)
     {
         announced = found;
         *size = length;
-        return CONFIG_INSUFFICIENT_BUFFER_SIZE;
+        return ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
     }
     announced = NULL;
     memcpy(buffer, found->text ? (const void*)found->text : (const void*)&found->number, length);
-    return CONFIG_SUCCESS;
+    return ERROR_CONFIG_SUCCESS;
 }

@@ -1,0 +1,23 @@
+// The product's files outside the program folder. They wait beside the program, in product\system for the system
+// directory and in product\driver for the printer driver's directory.
+#pragma once
+
+#include <afx.h>
+#include <vector>
+
+struct InstalledFile
+{
+    CString source;
+    CString target;
+};
+
+/// Every file that waits, with the place it belongs to. Throws StepFailure when there is none.
+std::vector<InstalledFile> ProductFiles();
+
+/// Copies the file. Of an INI file every value is written into the target one, so that what is already there is kept.
+/// Throws StepFailure.
+void InstallFile(const InstalledFile& file);
+
+/// Deletes the installed file; its folder stays, as the spooler's. A file that is not there is no failure. Throws
+/// StepFailure.
+void RemoveFile(const InstalledFile& file);
