@@ -1,7 +1,8 @@
 """draw_bitmaps.py IDS FOLDER: draws the sample product's bitmaps.
 
 IDS is the header that numbers them. FOLDER gets one file for each bitmap, and the resource scripts that list them:
-product_bitmaps.rc for the product's resource library, skin_NAME.rc for the library of each skin.
+product_bitmaps.rc for the job status window's library (all but the version dialog's picture), skin_NAME.rc for the
+library of each skin.
 """
 
 import os
@@ -37,10 +38,11 @@ def main(header, folder):
     for name, *face in buttons.buttons():
         save(ids[name], name.lower() + ".bmp", *face)
     save(ids["IDB_SKIN_LINK"], "skin_link.bmp", *buttons.link())
-    save(ids["IDB_VERSION_PICTURE"], "version_picture.bmp", *pictures.version_picture(), indexed=True)
     first_skin = next(iter(pictures.SKINS))
     listed.append(f'{ids["IDB_SKIN_PREVIEW"]} BITMAP "preview_{first_skin}.bmp"\n')
     write_script("product_bitmaps.rc")
+
+    save(ids["IDB_VERSION_PICTURE"], "version_picture.bmp", *pictures.version_picture(), indexed=True)
 
 
 if __name__ == "__main__":
