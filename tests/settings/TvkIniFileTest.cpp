@@ -23,7 +23,8 @@ class TvkIniFileTest : public testing::Test
 TEST_F(TvkIniFileTest, ReadsValuesAndDefaults)
 {
     const std::string tooLong(300, 'v');
-    Write("[Main]\r\nKey=value\r\nQuoted=\"a b\"\r\nDefaulted=n/a\r\nEmpty=\r\nSecond=second\r\nLong=" + tooLong + "\r\n");
+    Write("[Main]\r\nKey=value\r\nQuoted=\"a b\"\r\nDefaulted=n/a\r\nEmpty=\r\nSecond=second\r\nLong=" + tooLong +
+          "\r\n");
     const struct
     {
         const char* section;
@@ -31,10 +32,14 @@ TEST_F(TvkIniFileTest, ReadsValuesAndDefaults)
         std::string value;
         std::string orSecond; // when "Second" may take its place
     } table[] = {
-        {"Main", "Key", "value", "value"},       {"main", "KEY", "value", "value"},
-        {"Main", "Quoted", "a b", "a b"},        {"Main", "Empty", "", ""},
-        {"Main", "Missing", "n/a", "second"},    {"Main", "", "n/a", "second"},
-        {"Main", "Defaulted", "n/a", "second"},  {"Elsewhere", "Key", "n/a", "n/a"},
+        {"Main", "Key", "value", "value"},
+        {"main", "KEY", "value", "value"},
+        {"Main", "Quoted", "a b", "a b"},
+        {"Main", "Empty", "", ""},
+        {"Main", "Missing", "n/a", "second"},
+        {"Main", "", "n/a", "second"},
+        {"Main", "Defaulted", "n/a", "second"},
+        {"Elsewhere", "Key", "n/a", "n/a"},
         {"Main", "Long", std::string(255, 'v'), std::string(255, 'v')},
     };
     TvkIniFile ini;

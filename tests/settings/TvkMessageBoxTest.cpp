@@ -55,7 +55,8 @@ TEST_F(TvkMessageBoxTest, ReadsRightToLeftInExactlySpelledLanguages)
     {
         const char* language;
         unsigned int added;
-    } table[] = {{"hebrew", RightToLeft}, {"arabic", RightToLeft}, {"Arabic", 0}, {"HEBREW", 0}, {"english", 0}, {"", 0}};
+    } table[] = {{"hebrew", RightToLeft}, {"arabic", RightToLeft}, {"Arabic", 0},
+                 {"HEBREW", 0},           {"english", 0},          {"", 0}};
     for (const auto& row : table)
     {
         SCOPED_TRACE(row.language);

@@ -168,19 +168,18 @@ TEST(TvkProductTest, AnOverrideNeedsTheNameOfAConfigurationLibraryThatLoads)
         const TestProduct resident({{"IDO_NAME", "~MODEL~"}, {"IDO_NAME_OVERRIDE", 1ul}});
         TvkProduct product;
         EXPECT_EQ("~MODEL~", Text(product, "IDO_NAME"));
-        EXPECT_THAT(trace.Records(),
-                    ElementsAreArray(RecordsOf({"Override---->IDO_NAME_OVERRIDE---->1",
-                                                "!Warning! IDO_CONFIG_DLL => Setting not found",
-                                                "@---->IDO_NAME---->~MODEL~"})));
+        EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf({"Override---->IDO_NAME_OVERRIDE---->1",
+                                                                 "!Warning! IDO_CONFIG_DLL => Setting not found",
+                                                                 "@---->IDO_NAME---->~MODEL~"})));
     }
     trace.Clear();
     const TestProduct resident(
         {{"IDO_NAME", "own"}, {"IDO_NAME_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", "nowhere.dll"}, {"IDO_WINNTPATH", "\\"}});
     TvkProduct product;
     EXPECT_EQ("own", Text(product, "IDO_NAME"));
-    EXPECT_THAT(trace.Records(),
-                ElementsAreArray(RecordsOf({"Override---->IDO_NAME_OVERRIDE---->1", "@---->IDO_WINNTPATH---->\\",
-                                            "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE", "@---->IDO_NAME---->own"})));
+    EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(
+                                     {"Override---->IDO_NAME_OVERRIDE---->1", "@---->IDO_WINNTPATH---->\\",
+                                      "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE", "@---->IDO_NAME---->own"})));
 }
 
 TEST(TvkProductTest, TheFallbackIsAskedWhenTheConstructorAllowsIt)
@@ -201,11 +200,11 @@ TEST(TvkProductTest, TheFallbackIsAskedWhenTheConstructorAllowsIt)
         EXPECT_EQ("brand", Text(both, "IDO_BOTH"));
         EXPECT_EQ("ERROR", Text(both, "IDO_ONLY_PRODUCT"));
     }
-    EXPECT_THAT(trace.Records(),
-                ElementsAreArray(RecordsOf({"@---->IDO_ONLY_BRAND---->ERROR", "brand.dll---->IDO_BOTH---->brand",
-                                            "@---->IDO_ONLY_PRODUCT---->product", "@---->IDO_NOWHERE---->ERROR",
-                                            "other.dll---->IDO_ONLY_OTHER---->other", "brand.dll---->IDO_BOTH---->brand",
-                                            "brand.dll---->IDO_ONLY_PRODUCT---->ERROR"})));
+    EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(
+                                     {"@---->IDO_ONLY_BRAND---->ERROR", "brand.dll---->IDO_BOTH---->brand",
+                                      "@---->IDO_ONLY_PRODUCT---->product", "@---->IDO_NOWHERE---->ERROR",
+                                      "other.dll---->IDO_ONLY_OTHER---->other", "brand.dll---->IDO_BOTH---->brand",
+                                      "brand.dll---->IDO_ONLY_PRODUCT---->ERROR"})));
     // Each of the last two objects loaded libraries that were not the last ones it asked: they stay, once each.
     for (const char* library : {"brand.dll", "other.dll"})
         while (const HMODULE module = GetModuleHandleA(library))
@@ -375,9 +374,9 @@ TEST(TvkProductTest, KeysOfTheWindowsFamily)
     {
         const char* windows;
         const char* read;
-    } table[] = {{"win31", "9x 9x"},   {"win95", "9x 9x"},   {"win98", "9x 9x"},   {"winme", "9x 9x"},
-                 {"nt40", "nt nt4"},   {"win2k", "nt 2000"}, {"winxp", "nt 2000"}, {"vista", "nt 2000"},
-                 {"win7", "nt 2000"},  {"win10", "nt 2000"}};
+    } table[] = {{"win31", "9x 9x"},  {"win95", "9x 9x"},   {"win98", "9x 9x"},   {"winme", "9x 9x"},
+                 {"nt40", "nt nt4"},  {"win2k", "nt 2000"}, {"winxp", "nt 2000"}, {"vista", "nt 2000"},
+                 {"win7", "nt 2000"}, {"win10", "nt 2000"}};
     for (const auto& row : table)
         EXPECT_EQ(row.read, RunProbeUnder(row.windows, "RewrittenKeys").output) << row.windows;
 }
@@ -397,8 +396,8 @@ TEST(TvkProductTest, PreloadedCartridgesReplaceTheDefaultOnes)
     {
         const char* preloaded;
         unsigned long cartridge;
-    } table[] = {{"2A", 80},  {"12a", 80},     {"0x2A", 80},   {" 2Ax", 80}, {"50", 82},  {"70", 82}, {"2B", 0},
-                 {"100", 81}, {"Default", 81}, {"default", 0}, {"0", 81},    {"00", 81},  {"", 81},   {"zz", 81}};
+    } table[] = {{"2A", 80},  {"12a", 80},     {"0x2A", 80},   {" 2Ax", 80}, {"50", 82}, {"70", 82}, {"2B", 0},
+                 {"100", 81}, {"Default", 81}, {"default", 0}, {"0", 81},    {"00", 81}, {"", 81},   {"zz", 81}};
     char system[MAX_PATH] = "";
     GetSystemDirectoryA(system, MAX_PATH);
     const std::string file = std::string(system) + "\\testplc.ini";
@@ -413,11 +412,10 @@ TEST(TvkProductTest, PreloadedCartridgesReplaceTheDefaultOnes)
         EXPECT_EQ(row.cartridge, Number(product, "IDO_DEFAULT_COLORCART"));
         const std::string value = row.cartridge ? std::to_string(row.cartridge) : "";
         EXPECT_THAT(trace.Records(),
-                    ElementsAreArray(RecordsOf({"@---->IDO_PLC_FILENAME---->testplc.ini",
-                                                "@---->IDO_PLC_SECTION_NAME---->Installed",
-                                                "@---->IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1---->Cart1",
-                                                "@---->IDO_DEFAULTSTRING---->Default",
-                                                ("@---->IDO_DEFAULT_COLORCART---->" + value).c_str()})));
+                    ElementsAreArray(RecordsOf(
+                        {"@---->IDO_PLC_FILENAME---->testplc.ini", "@---->IDO_PLC_SECTION_NAME---->Installed",
+                         "@---->IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1---->Cart1", "@---->IDO_DEFAULTSTRING---->Default",
+                         ("@---->IDO_DEFAULT_COLORCART---->" + value).c_str()})));
     }
     EXPECT_EQ(49ul, Number(product, "IDO_DEFAULT_BLACKCART")) << "no key";
     WritePrivateProfileStringA("Installed", "Cart2", "50", file.c_str());
@@ -448,7 +446,8 @@ TEST(TvkProductTest, LeavesNothingBehind)
                                 {"IDO_MODEL_OVERRIDE", Item(ItemModel)},
                                 {"IDO_DEFAULT_COLORCART", 1ul}});
     const TestLibrary brand("brand.dll", {{"IDO_BRAND", "x"}, {"IDO_BRAND_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", ""}});
-    const auto round = [] {
+    const auto round = []
+    {
         TvkProduct product;
         Text(product, "IDO_TOKENS");
         Number(product, "IDO_DEFAULT_COLORCART");
@@ -456,7 +455,8 @@ TEST(TvkProductTest, LeavesNothingBehind)
         TvkProduct branded("brand.dll", "brand.dll");
         Text(branded, "IDO_BRAND");
     };
-    const auto nextHandle = [] {
+    const auto nextHandle = []
+    {
         const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
         CloseHandle(event);
         return event;
