@@ -51,13 +51,6 @@ const char* SubKeySeparator(const CString& subKey)
     return subKey == "PrinterDriverData" ? "\\" : GUI_SUBKEY;
 }
 
-CString ProductSetting(const char* key)
-{
-    TvkProduct product;
-    CString value;
-    return product.GetSetting(key, value);
-}
-
 bool QueryVersion(OSVERSIONINFOA& version)
 {
     version = {};
@@ -405,7 +398,11 @@ void CRegistry::GetAIOKey(HKEY root, CString subKey)
     if (root)
         return;
     m_hRoot = HKEY_LOCAL_MACHINE;
-    m_strSubKey = ProductSetting("IDO_OEM_INKJET_IDENT") + "\\" + ProductSetting("IDO_MODEL") + "\\" + subKey;
+    TvkProduct product;
+    CString ident, model;
+    product.GetSetting("IDO_OEM_INKJET_IDENT", ident);
+    product.GetSetting("IDO_MODEL", model);
+    m_strSubKey = ident + "\\" + model + "\\" + subKey;
 }
 
 void CRegistry::SetWin9xKey()
@@ -415,8 +412,10 @@ void CRegistry::SetWin9xKey()
 
 void CRegistry::SetWinNTKey()
 {
-    m_strSettingsBase =
-        ProductSetting(m_b32BitPath ? "IDO_OEM_INKJET_IDENT32" : "IDO_OEM_INKJET_IDENT") + SETTINGS_FOLDER;
+    TvkProduct product;
+    CString ident;
+    product.GetSetting(m_b32BitPath ? "IDO_OEM_INKJET_IDENT32" : "IDO_OEM_INKJET_IDENT", ident);
+    m_strSettingsBase = ident + SETTINGS_FOLDER;
     CloseHeldKey();
 
     const CString driverData = SETTINGS_NT_PRINTERS + m_strFriendlyName + PRINTER_DRIVER_DATA;

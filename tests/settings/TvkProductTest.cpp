@@ -1,0 +1,474 @@
+// Look-ups: where a value comes from, what the trace says of it, and what is left behind.
+#include "ConfigItems.h"
+#include "settings/TvkProduct.h"
+#include "support/Probe.h"
+#include "support/TestProduct.h"
+#include "support/TraceWorld.h"
+#include <afxwin.h>
+#include <gmock/gmock.h>
+#include <fstream>
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+namespace
+{
+using Records = std::vector<std::string>;
+
+std::string Text(TvkProduct& product, const char* key)
+{
+    CString value("stale");
+    const CString returned = product.GetSetting(key, value);
+    EXPECT_STREQ(value, returned);
+    return {value, static_cast<size_t>(value.GetLength())};
+}
+
+unsigned long Number(TvkProduct& product, const char* key)
+{
+    unsigned long value = 99;
+    EXPECT_EQ(product.GetSetting(key, value), value);
+    return value;
+}
+
+/// A record as the log shows it, with the product's settings library for "@".
+std::string Record(std::string text)
+{
+    if (text[0] == '@')
+        text = TestProduct::LibraryName() + text.substr(1);
+    return "(char)" + text;
+}
+
+Records RecordsOf(const std::vector<const char*>& texts)
+{
+    Records records;
+    for (const char* text : texts)
+        records.push_back(Record(text));
+    return records;
+}
+
+constexpr unsigned long Item(ConfigItem item)
+{
+    return item;
+}
+
+bool IsLoaded(const std::string& library)
+{
+    return GetModuleHandleA(library.c_str()) != nullptr;
+}
+} // namespace
+
+TEST(TvkProductTest, EveryLookUpTellsWhereItsValueCameFrom)
+{
+    const TestProduct resident({
+        {"IDO_CONFIG_DLL", "testconf.dll"},
+        {"IDO_TEXT", "plain"},
+        {"IDO_EMPTY", ""},
+        {"IDO_UNTERMINATED", std::string("abc")},
+        {"IDO_EMBEDDED", std::string("ab\0cd", 5)},
+        {"IDO_NUMBER", 4294967294ul},
+        {"IDO_SHORT", std::string("\x07\0\0", 3)},
+        {"IDO_LONG", std::string("\x07\0\0\0\x01", 5)},
+        {"IDO_TEXT_OF_PRODUCT", "own"},
+        {"IDO_TEXT_OF_PRODUCT_OVERRIDE", Item(ItemText)},
+        {"IDO_EAGER_OVERRIDE", Item(ItemEager)},
+        {"IDO_FAILURE", "own"},
+        {"IDO_FAILURE_OVERRIDE", Item(ItemFailureText)},
+        {"IDO_LATE", "own"},
+        {"IDO_LATE_OVERRIDE", Item(ItemLate)},
+        {"IDO_SHORT_ITEM", "own"},
+        {"IDO_SHORT_ITEM_OVERRIDE", std::string("\x01")},
+        {"IDO_COUNT", 5ul},
+        {"IDO_COUNT_OVERRIDE", Item(ItemNumber)},
+        {"IDO_ALLONES", 6ul},
+        {"IDO_ALLONES_OVERRIDE", Item(ItemAllOnes)},
+        {"IDO_TOKENS", "<~MODEL~><~MODEL~><~MFG~>"},
+        {"IDO_TOKENS_OF_PRODUCT_OVERRIDE", Item(ItemTokens)},
+        {"IDO_MODEL", "never in a token"},
+        {"IDO_MODEL_OVERRIDE", Item(ItemModel)},
+        {"IDO_MFG_OVERRIDE", Item(ItemMaker)},
+    });
+    const struct
+    {
+        const char* key;
+        const char* value;
+        std::vector<const char*> records;
+    } texts[] = {
+        {"IDO_TEXT", "plain", {"@---->IDO_TEXT---->plain"}},
+        {"ido_text", "plain", {"@---->ido_text---->plain"}},
+        {"IDO_EMPTY", "", {"@---->IDO_EMPTY---->"}},
+        {"IDO_MISSING", "ERROR", {"@---->IDO_MISSING---->ERROR"}},
+        {"", "ERROR", {"@---->---->ERROR"}},
+        {"IDO_UNTERMINATED", "abc", {"@---->IDO_UNTERMINATED---->abc"}},
+        {"IDO_EMBEDDED", "ab", {"@---->IDO_EMBEDDED---->ab"}},
+        {"IDO_TEXT_OF_PRODUCT",
+         "Larkmoor 5",
+         {"Override---->IDO_TEXT_OF_PRODUCT_OVERRIDE---->1", "CFG DLL---->IDO_TEXT_OF_PRODUCT---->Larkmoor 5"}},
+        {"IDO_EAGER", "\xFF", {"Override---->IDO_EAGER_OVERRIDE---->6", "CFG DLL---->IDO_EAGER---->\xFF"}},
+        {"IDO_LATE", "\xFF", {"Override---->IDO_LATE_OVERRIDE---->8", "CFG DLL---->IDO_LATE---->\xFF"}},
+        {"IDO_FAILURE",
+         "own",
+         {"Override---->IDO_FAILURE_OVERRIDE---->12", "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE",
+          "@---->IDO_FAILURE---->own"}},
+        {"IDO_SHORT_ITEM",
+         "\xFF",
+         {"Override---->IDO_SHORT_ITEM_OVERRIDE---->0", "CFG DLL---->IDO_SHORT_ITEM---->\xFF"}},
+        {"IDO_TOKENS",
+         "<X100><~MODEL~><Torvane>",
+         {"Override---->IDO_MODEL_OVERRIDE---->4", "Override---->IDO_MFG_OVERRIDE---->5",
+          "@---->IDO_TOKENS----><X100><~MODEL~><Torvane>"}},
+        {"IDO_TOKENS_OF_PRODUCT",
+         "X100, not ~MODEL~, by Torvane",
+         {"Override---->IDO_TOKENS_OF_PRODUCT_OVERRIDE---->3", "Override---->IDO_MODEL_OVERRIDE---->4",
+          "Override---->IDO_MFG_OVERRIDE---->5",
+          "CFG DLL---->IDO_TOKENS_OF_PRODUCT---->X100, not ~MODEL~, by Torvane"}},
+    };
+    TraceWorld trace;
+    TvkProduct product;
+    for (const auto& row : texts)
+    {
+        SCOPED_TRACE(row.key);
+        trace.Clear();
+        EXPECT_EQ(row.value, Text(product, row.key));
+        EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(row.records)));
+        EXPECT_EQ(1, product.CompareSetting(row.key, row.value));
+        EXPECT_EQ(0, product.CompareSetting(row.key, "PLAIN"));
+    }
+    const struct
+    {
+        const char* key;
+        unsigned long value;
+        std::vector<const char*> records;
+    } numbers[] = {
+        {"IDO_NUMBER", 4294967294ul, {"@---->IDO_NUMBER---->4294967294"}},
+        {"IDO_SHORT", 0, {"@---->IDO_SHORT---->0"}},
+        {"IDO_LONG", 7, {"@---->IDO_LONG---->7"}},
+        {"IDO_MISSING", 0, {"@---->IDO_MISSING---->"}},
+        {"IDO_COUNT", 77, {"Override---->IDO_COUNT_OVERRIDE---->2", "CFG DLL---->IDO_COUNT---->77"}},
+        {"IDO_ALLONES",
+         6,
+         {"Override---->IDO_ALLONES_OVERRIDE---->13", "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE",
+          "@---->IDO_ALLONES---->6"}},
+    };
+    for (const auto& row : numbers)
+    {
+        SCOPED_TRACE(row.key);
+        trace.Clear();
+        EXPECT_EQ(row.value, Number(product, row.key));
+        EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(row.records)));
+        EXPECT_EQ(1, product.CompareSetting(row.key, row.value));
+        EXPECT_EQ(0, product.CompareSetting(row.key, row.value + 1));
+    }
+    DeleteFileA((TestFolder() + "testconf.log").c_str());
+}
+
+TEST(TvkProductTest, AnOverrideNeedsTheNameOfAConfigurationLibraryThatLoads)
+{
+    TraceWorld trace;
+    {
+        const TestProduct resident({{"IDO_NAME", "~MODEL~"}, {"IDO_NAME_OVERRIDE", 1ul}});
+        TvkProduct product;
+        EXPECT_EQ("~MODEL~", Text(product, "IDO_NAME"));
+        EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf({"Override---->IDO_NAME_OVERRIDE---->1",
+                                                                 "!Warning! IDO_CONFIG_DLL => Setting not found",
+                                                                 "@---->IDO_NAME---->~MODEL~"})));
+    }
+    trace.Clear();
+    const TestProduct resident(
+        {{"IDO_NAME", "own"}, {"IDO_NAME_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", "nowhere.dll"}, {"IDO_WINNTPATH", "\\"}});
+    TvkProduct product;
+    EXPECT_EQ("own", Text(product, "IDO_NAME"));
+    EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(
+                                     {"Override---->IDO_NAME_OVERRIDE---->1", "@---->IDO_WINNTPATH---->\\",
+                                      "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE", "@---->IDO_NAME---->own"})));
+}
+
+TEST(TvkProductTest, TheFallbackIsAskedWhenTheConstructorAllowsIt)
+{
+    const TestProduct resident({{"IDO_BOTH", "product"}, {"IDO_ONLY_PRODUCT", "product"}});
+    const TestLibrary brand("brand.dll", {{"IDO_BOTH", "brand"}, {"IDO_ONLY_BRAND", "brand"}});
+    const TestLibrary other("other.dll", {{"IDO_ONLY_OTHER", "other"}});
+    TraceWorld trace;
+    {
+        TvkProduct product;
+        EXPECT_EQ("ERROR", Text(product, "IDO_ONLY_BRAND"));
+        TvkProduct branded("brand.dll");
+        EXPECT_EQ("brand", Text(branded, "IDO_BOTH"));
+        EXPECT_EQ("product", Text(branded, "IDO_ONLY_PRODUCT"));
+        EXPECT_EQ("ERROR", Text(branded, "IDO_NOWHERE"));
+        TvkProduct both("other.dll", "brand.dll");
+        EXPECT_EQ("other", Text(both, "IDO_ONLY_OTHER"));
+        EXPECT_EQ("brand", Text(both, "IDO_BOTH"));
+        EXPECT_EQ("ERROR", Text(both, "IDO_ONLY_PRODUCT"));
+    }
+    EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(
+                                     {"@---->IDO_ONLY_BRAND---->ERROR", "brand.dll---->IDO_BOTH---->brand",
+                                      "@---->IDO_ONLY_PRODUCT---->product", "@---->IDO_NOWHERE---->ERROR",
+                                      "other.dll---->IDO_ONLY_OTHER---->other", "brand.dll---->IDO_BOTH---->brand",
+                                      "brand.dll---->IDO_ONLY_PRODUCT---->ERROR"})));
+    // Each of the last two objects loaded libraries that were not the last ones it asked: they stay, once each.
+    for (const char* library : {"brand.dll", "other.dll"})
+        while (const HMODULE module = GetModuleHandleA(library))
+            FreeLibrary(module);
+}
+
+TEST(TvkProductTest, TheRecordNamesTheLibraryOfTheLastLoad)
+{
+    const TestProduct resident({{"IDO_MFG", "unused"}});
+    const TestLibrary brand("brand.dll", {{"IDO_NAME", "~MFG~"}});
+    const HMODULE module = LoadLibraryA("brand.dll");
+    TraceWorld trace;
+    {
+        TvkProduct product("brand.dll");
+        EXPECT_EQ("~MFG~", Text(product, "IDO_NAME"));
+    }
+    EXPECT_THAT(trace.Records(), ElementsAre(Record("@---->IDO_NAME---->~MFG~")));
+    FreeLibrary(module);
+}
+
+TEST(TvkProductTest, ALibraryThatCannotBeLoadedIsTracedAndTheHostIsAsked)
+{
+    std::ofstream(TestFolder() + "junk.dll") << "no library";
+    TraceWorld trace;
+    const struct
+    {
+        const char* library;
+        const char* error;
+    } table[] = {{"nowhere.dll", "(DWORD)126"}, {"junk.dll", "(DWORD)193"}};
+    for (const auto& row : table)
+    {
+        trace.Clear();
+        TvkProduct product(row.library, "neither.dll");
+        EXPECT_EQ("the host's own", Text(product, "IDO_OF_THE_HOST"));
+        const Records records = trace.Records();
+        const Records failed = {"(char)ERROR! LoadLibrary failed", "(char)" + TestFolder() + row.library,
+                                "(char)GetLastError:", row.error};
+        // The override is looked for in both libraries; the key is found in the program when the first one fails.
+        ASSERT_EQ(13u, records.size());
+        EXPECT_EQ(failed, Records(records.begin(), records.begin() + 4));
+        EXPECT_EQ("(char)" + TestFolder() + "neither.dll", records[5]);
+        EXPECT_EQ(failed, Records(records.begin() + 8, records.begin() + 12));
+        EXPECT_EQ(Record(row.library + std::string("---->IDO_OF_THE_HOST---->the host's own")), records[12]);
+    }
+    DeleteFileA((TestFolder() + "junk.dll").c_str());
+}
+
+TEST(TvkProductTest, FreesWhatItLoadedLastAndNothingElse)
+{
+    const std::string beside = TestProduct::LibraryName();
+    {
+        TvkProduct product;
+        EXPECT_FALSE(IsLoaded(beside));
+        EXPECT_EQ("from the library beside", Text(product, "IDO_TEST_TEXT"));
+        EXPECT_EQ("ERROR", Text(product, "IDO_MISSING"));
+        EXPECT_TRUE(IsLoaded(beside));
+    }
+    EXPECT_FALSE(IsLoaded(beside));
+
+    const TestLibrary brand("brand.dll", {{"IDO_BRAND", "brand"}, {"IDO_BRAND_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", ""}});
+    const HMODULE held = LoadLibraryA(beside.c_str());
+    {
+        TvkProduct product("brand.dll");
+        EXPECT_EQ("from the library beside", Text(product, "IDO_TEST_TEXT"));
+    }
+    EXPECT_TRUE(IsLoaded("brand.dll")) << "not resolved last: stays";
+    EXPECT_TRUE(IsLoaded(beside)) << "resolved last, but only found";
+    FreeLibrary(held);
+    EXPECT_FALSE(IsLoaded(beside));
+    FreeLibrary(GetModuleHandleA("brand.dll"));
+    {
+        TvkProduct product("brand.dll");
+        EXPECT_EQ("brand", Text(product, "IDO_BRAND"));
+        EXPECT_EQ(0, product.IsDriverLanguageRTL());
+    }
+    EXPECT_FALSE(IsLoaded(beside)) << "loaded for the language";
+    EXPECT_TRUE(IsLoaded("brand.dll"));
+    FreeLibrary(GetModuleHandleA("brand.dll"));
+}
+
+TEST(TvkProductTest, PutsTheResourceHandleBack)
+{
+    const TestProduct resident({{"IDO_TEXT", "x"}}, "Hebrew");
+    const HINSTANCE before = AfxGetResourceHandle();
+    const HINSTANCE own = LibraryUnderTest();
+    AfxSetResourceHandle(own);
+    {
+        TvkProduct product;
+        Text(product, "IDO_TEXT");
+        EXPECT_EQ(own, AfxGetResourceHandle());
+        Number(product, "IDO_MISSING");
+        EXPECT_EQ(1, product.IsDriverLanguageRTL());
+        EXPECT_EQ(own, AfxGetResourceHandle());
+        AfxSetResourceHandle(before);
+    }
+    EXPECT_EQ(own, AfxGetResourceHandle()) << "the destructor puts back what the last look-up saved";
+    AfxSetResourceHandle(before);
+}
+
+TEST(TvkProductTest, RightToLeftLanguagesInAnySpelling)
+{
+    const struct
+    {
+        const char* language;
+        int rightToLeft;
+    } table[] = {{"hebrew", 1}, {"Arabic", 1}, {"HEBREW", 1}, {"english", 0}, {"arabic ", 0}, {"", 0}};
+    for (const auto& row : table)
+    {
+        const TestProduct resident({}, row.language);
+        EXPECT_EQ(row.rightToLeft, TvkProduct("elsewhere.dll").IsDriverLanguageRTL()) << row.language;
+    }
+}
+
+TEST(TvkProductTest, DebugMessagesAreOnBeforeTheRelease)
+{
+    const struct
+    {
+        TestSettings settings;
+        unsigned long on;
+        std::vector<const char*> records;
+    } table[] = {
+        {{{"IDO_DRIVER_PRODUCTVERSION_STR", "0.9"}, {"IDO_FEATURE_ON", 1ul}}, 1, {"@---->IDO_DEBUGMSG---->1"}},
+        {{{"IDO_DRIVER_PRODUCTVERSION_STR", "1.0"}, {"IDO_FEATURE_OFF", 0ul}}, 0, {"@---->IDO_DEBUGMSG---->0"}},
+        {{{"IDO_DRIVER_PRODUCTVERSION_STR", ""}, {"IDO_FEATURE_OFF", 0ul}}, 0, {"@---->IDO_DEBUGMSG---->0"}},
+        {{{"IDO_FEATURE_OFF", 0ul}, {"IDO_FEATURE_ON", 1ul}},
+         0,
+         {"TvkProduct::TranslateDebugMsg() --> Version not found", "@---->IDO_DEBUGMSG---->0"}},
+        // The version itself is read without a record and without the configuration library.
+        {{{"IDO_DRIVER_PRODUCTVERSION_STR", "0.1"},
+          {"IDO_DRIVER_PRODUCTVERSION_STR_OVERRIDE", Item(ItemText)},
+          {"IDO_CONFIG_DLL", "testconf.dll"},
+          {"IDO_FEATURE_ON_OVERRIDE", Item(ItemNumber)}},
+         77,
+         {"Override---->IDO_FEATURE_ON_OVERRIDE---->2", "CFG DLL---->IDO_DEBUGMSG---->77"}},
+    };
+    TraceWorld trace;
+    for (const auto& row : table)
+    {
+        trace.Clear();
+        const TestProduct resident(row.settings);
+        TvkProduct product;
+        EXPECT_EQ(row.on, Number(product, "IDO_DEBUGMSG"));
+        EXPECT_THAT(trace.Records(), ElementsAreArray(RecordsOf(row.records)));
+    }
+    DeleteFileA((TestFolder() + "testconf.log").c_str());
+}
+
+/// Prints which settings the two keys of the Windows family read.
+PROBE(RewrittenKeys)
+{
+    const TestProduct resident({{"IDO_RZB_TECHNICALCONTACT_HELPFILE", "unchanged"},
+                                {"IDO_RZB_TECHNICALCONTACT_HELPFILE9X", "9x"},
+                                {"IDO_RZB_TECHNICALCONTACT_HELPFILENT", "nt"},
+                                {"IDO_RZB_EXECUTABLENAME_PATH", "unchanged"},
+                                {"IDO_RZB_EXECUTABLENAME_9X_PATH", "9x"},
+                                {"IDO_RZB_EXECUTABLENAME_NT_PATH", "nt4"},
+                                {"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", "2000"}});
+    TvkProduct product;
+    std::printf("%s %s", Text(product, "IDO_RZB_TECHNICALCONTACT_HELPFILE").c_str(),
+                Text(product, "IDO_RZB_EXECUTABLENAME_PATH").c_str());
+    return 0;
+}
+
+TEST(TvkProductTest, KeysOfTheWindowsFamily)
+{
+    const struct
+    {
+        const char* windows;
+        const char* read;
+    } table[] = {{"win31", "9x 9x"},  {"win95", "9x 9x"},   {"win98", "9x 9x"},   {"winme", "9x 9x"},
+                 {"nt40", "nt nt4"},  {"win2k", "nt 2000"}, {"winxp", "nt 2000"}, {"vista", "nt 2000"},
+                 {"win7", "nt 2000"}, {"win10", "nt 2000"}};
+    for (const auto& row : table)
+        EXPECT_EQ(row.read, RunProbeUnder(row.windows, "RewrittenKeys").output) << row.windows;
+}
+
+TEST(TvkProductTest, PreloadedCartridgesReplaceTheDefaultOnes)
+{
+    const TestProduct resident({{"IDO_PLC_FILENAME", "testplc.ini"},
+                                {"IDO_PLC_SECTION_NAME", "Installed"},
+                                {"IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1", "Cart1"},
+                                {"IDO_PRELOAD_KEY_DEFINEINSTALLEDCART2", "Cart2"},
+                                {"IDO_DEFAULTSTRING", "Default"},
+                                {"IDO_DEFAULT_COLORCART", 81ul},
+                                {"IDO_DEFAULT_BLACKCART", 49ul},
+                                {"*", 80ul},
+                                {"P", 82ul}});
+    const struct
+    {
+        const char* preloaded;
+        unsigned long cartridge;
+    } table[] = {{"2A", 80},  {"12a", 80},     {"0x2A", 80},   {" 2Ax", 80}, {"50", 82}, {"70", 82}, {"2B", 0},
+                 {"100", 81}, {"Default", 81}, {"default", 0}, {"0", 81},    {"00", 81}, {"", 81},   {"zz", 81}};
+    char system[MAX_PATH] = "";
+    GetSystemDirectoryA(system, MAX_PATH);
+    const std::string file = std::string(system) + "\\testplc.ini";
+    TraceWorld trace;
+    TvkProduct product;
+    EXPECT_EQ(81ul, Number(product, "IDO_DEFAULT_COLORCART")) << "without the file";
+    for (const auto& row : table)
+    {
+        SCOPED_TRACE(row.preloaded);
+        WritePrivateProfileStringA("Installed", "Cart1", row.preloaded, file.c_str());
+        trace.Clear();
+        EXPECT_EQ(row.cartridge, Number(product, "IDO_DEFAULT_COLORCART"));
+        const std::string value = row.cartridge ? std::to_string(row.cartridge) : "";
+        EXPECT_THAT(trace.Records(),
+                    ElementsAreArray(RecordsOf(
+                        {"@---->IDO_PLC_FILENAME---->testplc.ini", "@---->IDO_PLC_SECTION_NAME---->Installed",
+                         "@---->IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1---->Cart1", "@---->IDO_DEFAULTSTRING---->Default",
+                         ("@---->IDO_DEFAULT_COLORCART---->" + value).c_str()})));
+    }
+    EXPECT_EQ(49ul, Number(product, "IDO_DEFAULT_BLACKCART")) << "no key";
+    WritePrivateProfileStringA("Installed", "Cart2", "50", file.c_str());
+    EXPECT_EQ(82ul, Number(product, "IDO_DEFAULT_BLACKCART"));
+    DeleteFileA(file.c_str());
+}
+
+TEST(TvkProductTest, ThePrefixIsTheLibrarysOwn)
+{
+    EXPECT_STREQ(PRODUCT_PREFIX, TvkProduct::GetProductPrefix());
+    EXPECT_EQ(0u, TestProduct::LibraryName().find(PRODUCT_PREFIX "jswr"));
+}
+
+TEST(TvkProductTest, TheKeyMayLieInTheOutput)
+{
+    const TestProduct resident({{"IDO_TEXT", "a value"}});
+    CString text("IDO_TEXT");
+    EXPECT_STREQ("a value", TvkProduct().GetSetting(text, text));
+    CString none;
+    EXPECT_STREQ("ERROR", TvkProduct().GetSetting(nullptr, none));
+}
+
+// A thousand rounds of every kind of look-up leave as many handles and modules as ten.
+TEST(TvkProductTest, LeavesNothingBehind)
+{
+    const TestProduct resident({{"IDO_CONFIG_DLL", "testconf.dll"},
+                                {"IDO_TOKENS", "~MODEL~"},
+                                {"IDO_MODEL_OVERRIDE", Item(ItemModel)},
+                                {"IDO_DEFAULT_COLORCART", 1ul}});
+    const TestLibrary brand("brand.dll", {{"IDO_BRAND", "x"}, {"IDO_BRAND_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", ""}});
+    const auto round = []
+    {
+        TvkProduct product;
+        Text(product, "IDO_TOKENS");
+        Number(product, "IDO_DEFAULT_COLORCART");
+        Number(product, "IDO_MISSING");
+        TvkProduct branded("brand.dll", "brand.dll");
+        Text(branded, "IDO_BRAND");
+    };
+    const auto nextHandle = []
+    {
+        const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+        CloseHandle(event);
+        return event;
+    };
+    TraceWorld trace(4);
+    for (int i = 0; i < 10; ++i)
+        round();
+    const HANDLE before = nextHandle();
+    for (int i = 0; i < 1000; ++i)
+        round();
+    EXPECT_EQ(before, nextHandle());
+    EXPECT_FALSE(IsLoaded("brand.dll"));
+    EXPECT_FALSE(IsLoaded("testconf.dll"));
+    DeleteFileA((TestFolder() + "testconf.log").c_str());
+}

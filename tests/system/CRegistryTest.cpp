@@ -1,0 +1,237 @@
+// Plain keys: every operation on the real registry, its failures, and who closes what.
+#include "RegistrySupport.h"
+#include <gtest/gtest.h>
+#include <functional>
+#include "IatPatch.h"
+#include "RegistryWorld.h"
+#include "TestProduct.h"
+#include "system/internal/Handle.h"
+
+namespace
+{
+const char* const Home = "Software\\RegistryTest";
+
+class CRegistryTest : public testing::Test
+{
+  protected:
+    void SetUp() override
+    {
+        m_world.SetText(HKEY_CURRENT_USER, Home, "text", "value");
+        m_world.Key(HKEY_CURRENT_USER, std::string(Home) + "\\child\\grandchild");
+    }
+
+    int Open(CRegistry& key, DWORD access = KEY_ALL_ACCESS) { return key.Open(HKEY_CURRENT_USER, Home, 0, access); }
+
+    RegistryWorld m_world;
+};
+
+TEST_F(CRegistryTest, WritesReadsEnumeratesAndDeletes)
+{
+    CRegistry key;
+    DWORD disposition = 0;
+    const std::string path = std::string(Home) + "\\new";
+    key.Create(disposition, HKEY_CURRENT_USER, path.c_str(), REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr);
+    EXPECT_EQ(disposition, DWORD(REG_CREATED_NEW_KEY));
+    EXPECT_EQ(key.GetSubKey(), path.c_str());
+    key.Write("name", Bytes("abc"), 4, REG_SZ);
+    EXPECT_EQ(m_world.Get(HKEY_CURRENT_USER, path, "name"), std::string("abc", 4));
+
+    char data[8] = "", name[8] = "";
+    DWORD size = sizeof data, type = 0, length = sizeof name;
+    key.Read(reinterpret_cast<BYTE*>(data), &size, &type, "name");
+    EXPECT_STREQ(data, "abc");
+    EXPECT_EQ(size, 4u);
+    EXPECT_EQ(type, DWORD(REG_SZ));
+
+    EXPECT_EQ(key.EnumValue(0, name, &length, &type, nullptr, nullptr), 1);
+    EXPECT_STREQ(name, "name");
+    EXPECT_EQ(key.EnumValue(1, name, &(length = sizeof name), nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(key.GetLastError(), ERROR_NO_MORE_ITEMS);
+    key.DeleteValue("name");
+    EXPECT_EQ(m_world.Get(HKEY_CURRENT_USER, path, "name"), std::nullopt);
+
+    ASSERT_EQ(Open(key), 1);
+    FILETIME changed = {};
+    EXPECT_EQ(key.EnumKey(0, name, &(length = sizeof name), &changed, nullptr, nullptr), 1);
+    EXPECT_STREQ(name, "child");
+    EXPECT_NE(changed.dwHighDateTime, 0u);
+    EXPECT_EQ(key.EnumKey(2, name, &(length = sizeof name), nullptr, nullptr, nullptr), 0);
+    key.Remove("new");
+    EXPECT_FALSE(m_world.Exists(HKEY_CURRENT_USER, path));
+    key.Create(disposition, HKEY_CURRENT_USER, Home, 0, KEY_READ, nullptr);
+    EXPECT_EQ(disposition, DWORD(REG_OPENED_EXISTING_KEY));
+}
+
+TEST_F(CRegistryTest, ThrowsAndStoresTheResultOfTheCall)
+{
+    CRegistry key, closed, reader;
+    ASSERT_EQ(Open(key), 1);
+    ASSERT_EQ(Open(reader, KEY_READ), 1);
+    char name[4];
+    DWORD small = 2, disposition = 0;
+    BYTE data[2];
+    const struct
+    {
+        const char* what;
+        LONG error;
+        std::function<void(CRegistry&)> operation;
+        CRegistry& on;
+    } cases[] = {
+        {"read missing", 2, [&](CRegistry& k) { k.Read(nullptr, nullptr, nullptr, "no"); }, key},
+        {"read too large", 234, [&](CRegistry& k) { k.Read(data, &small, nullptr, "text"); }, key},
+        {"read closed", 6, [&](CRegistry& k) { k.Read(nullptr, nullptr, nullptr, "text"); }, closed},
+        {"write without right", 5, [&](CRegistry& k) { k.Write("x", data, 2, REG_BINARY); }, reader},
+        {"delete missing value", 2, [&](CRegistry& k) { k.DeleteValue("no"); }, key},
+        {"remove missing", 2, [&](CRegistry& k) { k.Remove("no"); }, key},
+        {"remove with sub-keys", 5, [&](CRegistry& k) { k.Remove("child"); }, key},
+        {"value name too long", 234, [&](CRegistry& k) { k.EnumValue(0, name, &(small = 4), 0, 0, 0); }, key},
+        {"key name too long", 234, [&](CRegistry& k) { k.EnumKey(0, name, &(small = 4), 0, 0, 0); }, key},
+        {"create below nothing", 6,
+         [&](CRegistry& k) { k.Create(disposition, reinterpret_cast<HKEY>(0x7ff0), "x", 0, KEY_READ, nullptr); },
+         closed},
+        {"save without privilege", 1314, [&](CRegistry& k) { k.SaveKey("C:\\registrytest.hiv", nullptr); }, key},
+        {"load without privilege", 1314, [&](CRegistry& k) { k.LoadKey("m", "C:\\registrytest.hiv"); }, key},
+        {"unload without privilege", 1314, [&](CRegistry& k) { k.UnloadKey("no"); }, key},
+    };
+    for (const auto& row : cases)
+    {
+        EXPECT_EQ(Thrown([&] { row.operation(row.on); }), row.error) << row.what;
+        EXPECT_EQ(row.on.GetLastError(), row.error) << row.what;
+    }
+    DeleteFileA("C:\\registrytest.hiv"); // Wine leaves an empty file behind
+}
+
+TEST_F(CRegistryTest, RefusedRights)
+{
+    m_world.Restrict(HKEY_CURRENT_USER, Home, KEY_READ);
+    CRegistry key;
+    DWORD disposition = 0;
+    EXPECT_EQ(Open(key), 0);
+    EXPECT_EQ(key.GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(Thrown([&] { key.Create(disposition, HKEY_CURRENT_USER, Home, 0, KEY_ALL_ACCESS, nullptr); }),
+              ERROR_ACCESS_DENIED);
+    EXPECT_EQ(Open(key, KEY_READ), 1);
+}
+
+TEST_F(CRegistryTest, CopiesShareOneHandleAndEachClosesIt)
+{
+    CRegistry key;
+    ASSERT_EQ(Open(key), 1);
+    {
+        CRegistry copy(key), assigned;
+        assigned = key;
+        copy.Read(nullptr, nullptr, nullptr, "text");
+        EXPECT_EQ(assigned.GetSubKey(), Home);
+        assigned.Close();
+        EXPECT_EQ(assigned.GetLastError(), 0);
+        EXPECT_EQ(Thrown([&] { copy.Read(nullptr, nullptr, nullptr, "text"); }), ERROR_INVALID_HANDLE);
+        copy.Close(); // the second to close: stored, not thrown
+        EXPECT_EQ(copy.GetLastError(), ERROR_INVALID_HANDLE);
+    }
+    EXPECT_EQ(Thrown([&] { Open(key); }), ERROR_INVALID_HANDLE); // before anything else is opened
+    EXPECT_EQ(Open(key), 1);
+    CRegistry copy(key); // the destructors report the second closing, silently
+}
+
+TEST_F(CRegistryTest, TheKeyConstructorOpensNothing)
+{
+    CRegistry key(HKEY_CURRENT_USER, Home, 0, KEY_READ);
+    EXPECT_EQ(key.GetSubKey(), Home);
+    EXPECT_EQ(Thrown([&] { key.Read(nullptr, nullptr, nullptr, "text"); }), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(Thrown([&] { EXPECT_EQ(Open(key), 1); }), 0); // closing no key is no failure
+}
+
+TEST_F(CRegistryTest, TheExceptionIsSilentAndCaughtAsItsBase)
+{
+    try
+    {
+        CRegistry().Remove("x");
+        FAIL();
+    }
+    catch (CException* exception)
+    {
+        ASSERT_TRUE(exception->IsKindOf(RUNTIME_CLASS(CRegistryException)));
+        EXPECT_EQ(static_cast<CRegistryException*>(exception)->m_lErrorCode, ERROR_INVALID_HANDLE);
+        EXPECT_EQ(exception->ReportError(), 0);
+        exception->Delete();
+    }
+}
+
+// Switches the backup and restore privileges of this process on while it lives.
+class Privileges
+{
+  public:
+    Privileges() { Switch(SE_PRIVILEGE_ENABLED); }
+    ~Privileges() { Switch(0); }
+
+  private:
+    static void Switch(DWORD attributes)
+    {
+        tvk::Token token;
+        OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES, token.Receive());
+        for (const char* name : {"SeBackupPrivilege", "SeRestorePrivilege"})
+        {
+            TOKEN_PRIVILEGES privileges = {1, {{{}, attributes}}};
+            LookupPrivilegeValueA(nullptr, name, &privileges.Privileges[0].Luid);
+            AdjustTokenPrivileges(token.Get(), FALSE, &privileges, 0, nullptr, nullptr);
+        }
+    }
+};
+
+TEST_F(CRegistryTest, SavesMountsAndUnmounts)
+{
+    const char* const file = "C:\\registrytest.hiv";
+    DeleteFileA(file);
+    const Privileges privileges;
+    CRegistry saved, machine, mounted;
+    ASSERT_EQ(Open(saved), 1);
+    saved.SaveKey(file, nullptr);
+    ASSERT_EQ(machine.Open(HKEY_LOCAL_MACHINE, "", 0, KEY_ALL_ACCESS), 1);
+    EXPECT_EQ(Thrown([&] { machine.LoadKey("RegistryTestMount", "C:\\missing.hiv"); }), ERROR_FILE_NOT_FOUND);
+    machine.LoadKey("RegistryTestMount", file);
+    ASSERT_EQ(mounted.Open(HKEY_LOCAL_MACHINE, "RegistryTestMount", 0, KEY_READ), 1);
+    mounted.Read(nullptr, nullptr, nullptr, "text");
+    mounted.Close();
+    machine.UnloadKey("RegistryTestMount"); // never another name: Wine's call deletes whatever key it is given
+    EXPECT_FALSE(RegistryWorld::Exists(HKEY_LOCAL_MACHINE, "RegistryTestMount"));
+    EXPECT_EQ(Thrown([&] { machine.UnloadKey("RegistryTestMount"); }), ERROR_FILE_NOT_FOUND);
+    DeleteFileA(file);
+}
+
+// Wine's RegRestoreKeyA always succeeds and does nothing.
+LONG WINAPI RefuseRestore(HKEY key, LPCSTR file, DWORD flags)
+{
+    return key && std::string(file) == "f" && flags == REG_FORCE_RESTORE ? ERROR_NOT_REGISTRY_FILE : 0;
+}
+
+TEST_F(CRegistryTest, Restores)
+{
+    CRegistry key;
+    ASSERT_EQ(Open(key), 1);
+    const IatPatch patch(LibraryUnderTest(), "RegRestoreKeyA", RefuseRestore);
+    EXPECT_EQ(Thrown([&] { key.RestoreKey("f", REG_FORCE_RESTORE); }), ERROR_NOT_REGISTRY_FILE);
+    EXPECT_EQ(Thrown([&] { key.RestoreKey("f", 0); }), 0);
+}
+
+TEST_F(CRegistryTest, AThousandRoundsHoldNoHandle)
+{
+    const auto nextHandle = []
+    { return reinterpret_cast<ULONG_PTR>(tvk::KernelHandle(CreateEventA(0, 0, 0, 0)).Get()); };
+    const auto round = [&]
+    {
+        CRegistry key;
+        DWORD disposition = 0;
+        key.Create(disposition, HKEY_CURRENT_USER, Home, 0, KEY_READ, nullptr);
+        Open(key);
+        Open(key);
+        Thrown([&] { key.Read(nullptr, nullptr, nullptr, "no"); });
+        EXPECT_EQ(key.Open(HKEY_CURRENT_USER, "Software\\RegistryTest\\no", 0, KEY_READ), 0);
+    };
+    for (int i = 0; i < 10; ++i)
+        round();
+    const auto before = nextHandle();
+    for (int i = 0; i < 1000; ++i)
+        round();
+    EXPECT_EQ(nextHandle(), before);
+}
+} // namespace

@@ -1,0 +1,59 @@
+// Reading values that are not what the reader expects: bounded, or the default stays.
+#include "system/internal/RegistryValue.h"
+#include <gtest/gtest.h>
+#include "RegistryWorld.h"
+#include "system/CRegistry.h"
+#include "system/internal/Handle.h"
+
+namespace
+{
+const char* const Home = "Software\\RegistryValueTest";
+
+TEST(RegistryValue, TextAndNumberOrTheirDefaults)
+{
+    const struct
+    {
+        const char* name;
+        DWORD type;
+        std::string bytes;
+        const char* text;
+        DWORD number;
+    } rows[] = {
+        {"terminated", REG_SZ, std::string("abc\0", 4), "abc", 0x636261},
+        {"unterminated", REG_SZ, "abc", "abc", 0x636261},
+        {"short", REG_SZ, "ab", "ab", 7},
+        {"binary", REG_BINARY, "abcd", "abcd", 0x64636261},
+        {"embedded NUL", REG_BINARY, std::string("a\0b", 3), "a", 7},
+        {"empty", REG_SZ, "", "", 7},
+        {"fills the buffer", REG_BINARY, "12345678", "12345678", 7},
+        {"one too long", REG_BINARY, "123456789", "default", 7},
+        {"number", REG_DWORD, std::string("A\0\0\0", 4), "default", 65},
+        {"short number", REG_DWORD, "AB", "default", 7},
+        {"long number", REG_QWORD, std::string("A\0\0\0\0\0\0\0", 8), "default", 7},
+    };
+    RegistryWorld world;
+    for (const auto& row : rows)
+        world.Set(HKEY_CURRENT_USER, Home, row.name, row.type, row.bytes);
+    tvk::RegistryKey raw;
+    CRegistry key;
+    ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, Home, 0, KEY_READ, raw.Receive()), 0);
+    ASSERT_EQ(key.Open(HKEY_CURRENT_USER, Home, 0, KEY_READ), 1);
+    for (const auto& row : rows)
+    {
+        const bool isText = std::string(row.text) != "default", isNumber = row.number != 7;
+        CString text = "default", rawText = "default";
+        EXPECT_EQ(tvk::ReadText(key, row.name, text, 8), isText) << row.name;
+        EXPECT_EQ(tvk::ReadText(raw.Get(), row.name, rawText, 8), isText) << row.name;
+        EXPECT_EQ(text, row.text) << row.name;
+        EXPECT_EQ(rawText, row.text) << row.name;
+        DWORD number = 7, rawNumber = 7;
+        EXPECT_EQ(tvk::ReadNumber(key, row.name, number), isNumber) << row.name;
+        EXPECT_EQ(tvk::ReadNumber(raw.Get(), row.name, rawNumber), isNumber) << row.name;
+        EXPECT_EQ(number, row.number) << row.name;
+        EXPECT_EQ(rawNumber, row.number) << row.name;
+    }
+    CString text = "default";
+    EXPECT_FALSE(tvk::ReadText(key, "missing", text));
+    EXPECT_EQ(text, "default");
+}
+} // namespace

@@ -1,0 +1,217 @@
+// The access list of new keys: what is passed to the system, what failing calls lead to, and that nothing stays behind.
+#include "RegistrySupport.h"
+#include <gmock/gmock.h>
+#include <cstdio>
+#include <sddl.h>
+#include <vector>
+#include "IatPatch.h"
+#include "RegistryWorld.h"
+#include "TestProduct.h"
+#include "system/internal/Handle.h"
+
+namespace
+{
+const char* const Home = "Software\\SecurityTest";
+
+// What the library asked for, and which of its calls (0: none) is to fail.
+struct Calls
+{
+    int failingSid = 0;
+    bool failAcl = false, failAlloc = false, failInitialize = false, failDacl = false, noFunction = false;
+    LONG createResult = 0;
+    int sids = 0, freedSids = 0, freedMemory = 0, freedLibraries = 0;
+    std::vector<std::string> passed = {}; // the group of each entry of the list passed to RegCreateKeyExA
+    bool attributes = false, inherit = false;
+    std::vector<int> trustees = {}; // access mode * 100 + inheritance * 10 + trustee type
+} calls;
+
+BOOL WINAPI MakeSid(SID_IDENTIFIER_AUTHORITY* authority, BYTE count, DWORD a, DWORD b, DWORD c, DWORD d, DWORD e,
+                    DWORD f, DWORD g, DWORD h, PSID* sid)
+{
+    return ++calls.sids != calls.failingSid && AllocateAndInitializeSid(authority, count, a, b, c, d, e, f, g, h, sid);
+}
+
+PVOID WINAPI FreeOneSid(PSID sid)
+{
+    ++calls.freedSids;
+    return FreeSid(sid);
+}
+
+DWORD WINAPI SetEntries(ULONG count, EXPLICIT_ACCESSA* entries, ACL* old, ACL** list)
+{
+    for (ULONG i = 0; i < count; ++i)
+        calls.trustees.push_back(entries[i].grfAccessMode * 100 + int(entries[i].grfInheritance) * 10 +
+                                 entries[i].Trustee.TrusteeType);
+    return calls.failAcl ? ERROR_INVALID_PARAMETER : SetEntriesInAclA(count, entries, old, list);
+}
+
+FARPROC WINAPI LookUp(HMODULE module, LPCSTR name)
+{
+    if (std::string(name) != "SetEntriesInAclA")
+        return GetProcAddress(module, name);
+    return calls.noFunction ? nullptr : reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(SetEntries));
+}
+
+HLOCAL WINAPI Allocate(UINT flags, SIZE_T size)
+{
+    return calls.failAlloc ? nullptr : LocalAlloc(flags, size);
+}
+
+HLOCAL WINAPI Free(HLOCAL memory)
+{
+    calls.freedMemory += memory != nullptr;
+    return LocalFree(memory);
+}
+
+BOOL WINAPI Unload(HMODULE module)
+{
+    ++calls.freedLibraries;
+    return FreeLibrary(module);
+}
+
+BOOL WINAPI Initialize(PSECURITY_DESCRIPTOR descriptor, DWORD revision)
+{
+    return !calls.failInitialize && InitializeSecurityDescriptor(descriptor, revision);
+}
+
+BOOL WINAPI SetDacl(PSECURITY_DESCRIPTOR descriptor, BOOL present, PACL list, BOOL defaulted)
+{
+    return !calls.failDacl && SetSecurityDescriptorDacl(descriptor, present, list, defaulted);
+}
+
+// Wine ignores the descriptor of a new key: what was passed is all there is to see.
+LONG WINAPI CreateKey(HKEY root, LPCSTR path, DWORD reserved, LPSTR type, DWORD options, REGSAM access,
+                      SECURITY_ATTRIBUTES* attributes, PHKEY key, DWORD* disposition)
+{
+    BOOL present = FALSE, defaulted = TRUE;
+    ACL* list = nullptr;
+    calls.attributes = attributes != nullptr;
+    calls.inherit = attributes && attributes->bInheritHandle;
+    if (attributes && GetSecurityDescriptorDacl(attributes->lpSecurityDescriptor, &present, &list, &defaulted) &&
+        present && !defaulted)
+        for (WORD i = 0; i < list->AceCount; ++i)
+        {
+            void* entry = nullptr;
+            GetAce(list, i, &entry);
+            const auto* ace = static_cast<ACCESS_ALLOWED_ACE*>(entry);
+            EXPECT_EQ(ace->Header.AceType, ACCESS_ALLOWED_ACE_TYPE);
+            EXPECT_EQ(ace->Header.AceFlags, 0);
+            EXPECT_EQ(ace->Mask, 0xF003Fu);
+            tvk::LocalMemory<char> text;
+            ConvertSidToStringSidA(const_cast<DWORD*>(&ace->SidStart), text.Receive());
+            calls.passed.push_back(text.Get());
+        }
+    return calls.createResult
+               ? calls.createResult
+               : RegCreateKeyExA(root, path, reserved, type, options, access, attributes, key, disposition);
+}
+
+class SecurityDescriptorTest : public testing::Test
+{
+  protected:
+    SecurityDescriptorTest()
+    {
+        calls = {};
+        m_world.Claim(HKEY_CURRENT_USER, Home);
+    }
+
+    static void Create(CRegistry& key)
+    {
+        DWORD disposition = 0;
+        SECURITY_ATTRIBUTES ignored = {sizeof ignored, nullptr, TRUE};
+        key.Create(disposition, HKEY_CURRENT_USER, Home, 0, KEY_READ, &ignored);
+    }
+
+    RegistryWorld m_world;
+    const IatPatch m_patches[9] = {
+        {LibraryUnderTest(), "AllocateAndInitializeSid", MakeSid},
+        {LibraryUnderTest(), "FreeSid", FreeOneSid},
+        {LibraryUnderTest(), "GetProcAddress", LookUp},
+        {LibraryUnderTest(), "LocalAlloc", Allocate},
+        {LibraryUnderTest(), "LocalFree", Free},
+        {LibraryUnderTest(), "FreeLibrary", Unload},
+        {LibraryUnderTest(), "InitializeSecurityDescriptor", Initialize},
+        {LibraryUnderTest(), "SetSecurityDescriptorDacl", SetDacl},
+        {LibraryUnderTest(), "RegCreateKeyExA", CreateKey},
+    };
+};
+
+TEST_F(SecurityDescriptorTest, NewKeysBelongToSixGroups)
+{
+    CRegistry key;
+    Create(key);
+    EXPECT_THAT(calls.passed, testing::ElementsAre("S-1-1-0", "S-1-5-32-544", "S-1-5-32-547", "S-1-5-32-545",
+                                                   "S-1-5-18", "S-1-5-32-546"));
+    EXPECT_FALSE(calls.inherit);
+    // Access is set, nothing is inherited; Everyone is a well-known group (5), the others are groups (2).
+    EXPECT_THAT(calls.trustees, testing::ElementsAre(205, 202, 202, 202, 202, 202));
+    EXPECT_EQ(calls.freedSids, 6);
+    EXPECT_EQ(calls.freedMemory, 2); // descriptor and access list
+    EXPECT_EQ(calls.freedLibraries, 1);
+}
+
+TEST_F(SecurityDescriptorTest, AKeyThatCannotBeCreatedKeepsItsDescriptor)
+{
+    {
+        CRegistry key;
+        calls.createResult = ERROR_ACCESS_DENIED;
+        EXPECT_EQ(Thrown([&] { Create(key); }), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(calls.freedMemory, 0);
+        EXPECT_EQ(calls.freedLibraries, 0);
+        EXPECT_EQ(calls.freedSids, 6);
+    }
+    EXPECT_EQ(calls.freedMemory, 0);
+    EXPECT_EQ(calls.freedLibraries, 1); // by the destructor
+}
+
+TEST_F(SecurityDescriptorTest, FailingCallsAreNamedAndLeakNothing)
+{
+    const struct
+    {
+        const char* line;
+        Calls failing;
+        int freedSids, freedMemory;
+    } rows[] = {
+        {"AllocateAndInitializeSid for Everyone Group, Error = 2\n", {.failingSid = 1}, 0, 0},
+        {"AllocateAndInitializeSid for Admin Group, Error = 2\n", {.failingSid = 2}, 1, 0},
+        {"AllocateAndInitializeSid for Power Users Group, Error = 2\n", {.failingSid = 3}, 2, 0},
+        {"AllocateAndInitializeSid for Users Group, Error = 2\n", {.failingSid = 4}, 3, 0},
+        {"AllocateAndInitializeSid for System Group, Error = 2\n", {.failingSid = 5}, 4, 0},
+        {"AllocateAndInitializeSid for Guest Group, Error = 2\n", {.failingSid = 6}, 5, 0},
+        {"SetEntriesInAcl Error 2\n", {.failAcl = true}, 6, 0},
+        {"LocalAlloc Error 2\n", {.failAlloc = true}, 6, 1},
+        {"InitializeSecurityDescriptor Error 2\n", {.failInitialize = true}, 6, 2},
+        {"SetSecurityDescriptorDacl Error 2\n", {.failDacl = true}, 6, 2},
+        {"", {.noFunction = true}, 0, 0},
+    };
+    for (const auto& row : rows)
+    {
+        CRegistry key;
+        ASSERT_EQ(key.Open(HKEY_CURRENT_USER, "Software\\SecurityTest\\missing", 0, KEY_READ), 0);
+        SetLastError(99); // the number is the stored result's
+        calls = row.failing;
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(key.CreateSecurityDescriptor(), nullptr) << row.line;
+        std::fflush(stdout);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), row.line);
+        EXPECT_EQ(calls.freedSids, row.freedSids) << row.line;
+        EXPECT_EQ(calls.freedMemory, row.freedMemory) << row.line;
+
+        calls = row.failing; // and the key is created all the same, without a descriptor
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(Thrown([&] { Create(key); }), 0) << row.line;
+        testing::internal::GetCapturedStdout();
+        EXPECT_FALSE(calls.attributes) << row.line;
+        EXPECT_EQ(calls.freedMemory, row.freedMemory) << row.line;
+        EXPECT_EQ(calls.freedLibraries, 1) << row.line;
+    }
+}
+
+TEST_F(SecurityDescriptorTest, AHostFreesTheDescriptorItAskedFor)
+{
+    CRegistry key;
+    tvk::LocalMemory<void> descriptor(key.CreateSecurityDescriptor());
+    EXPECT_TRUE(IsValidSecurityDescriptor(descriptor.Get()));
+    EXPECT_EQ(calls.freedMemory, 0);
+}
+} // namespace
