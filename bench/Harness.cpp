@@ -22,7 +22,8 @@ std::vector<Group>& Groups()
 
 double Now()
 {
-    static const double nanosecondsPerTick = [] {
+    static const double nanosecondsPerTick = []
+    {
         LARGE_INTEGER frequency;
         QueryPerformanceFrequency(&frequency);
         return 1e9 / static_cast<double>(frequency.QuadPart);
@@ -85,8 +86,8 @@ bool Compare(const std::string& job, const Contender& ours, const std::vector<Co
         const bool atMost = comparisons[i].goal == Goal::AtMost;
         const bool met = atMost ? ratio <= comparisons[i].limit : ratio >= comparisons[i].limit;
         std::printf("    %-52s %12.1f ns   %s %.2f x (goal: %s %.2f)  %s\n", comparisons[i].other.name.c_str(),
-                    Median(otherTimes[i]), atMost ? "ours is" : "ours is faster", ratio, atMost ? "at most" : "at least",
-                    comparisons[i].limit, met ? "met" : "MISSED");
+                    Median(otherTimes[i]), atMost ? "ours is" : "ours is faster", ratio,
+                    atMost ? "at most" : "at least", comparisons[i].limit, met ? "met" : "MISSED");
         allMet = allMet && met;
     }
     return allMet;

@@ -52,13 +52,15 @@ bool LookUp()
         return false;
     }
     TvkProduct product;
-    const bench::Contender ours = {"TvkProduct::GetSetting, text, trace off", [&](int count) {
+    const bench::Contender ours = {"TvkProduct::GetSetting, text, trace off", [&](int count)
+                                   {
                                        CString text;
                                        for (int i = 0; i < count; ++i)
                                            product.GetSetting(Key, text);
                                    }};
     const bench::Contender calls = {
-        "the system calls: 2 modules, 2 resources, 1 key", [&](int count) {
+        "the system calls: 2 modules, 2 resources, 1 key", [&](int count)
+        {
             for (int i = 0; i < count; ++i)
             {
                 FindText(GetModuleHandleA(settingsName.c_str()), OverrideKey);
@@ -69,7 +71,8 @@ bool LookUp()
             }
         }};
     const std::string ini = WriteIni(expected);
-    const bench::Contender iniFile = {"GetPrivateProfileStringA, 500 keys", [&](int count) {
+    const bench::Contender iniFile = {"GetPrivateProfileStringA, 500 keys", [&](int count)
+                                      {
                                           char text[256];
                                           for (int i = 0; i < count; ++i)
                                               GetPrivateProfileStringA("settings", Key, "", text, sizeof text,

@@ -22,19 +22,23 @@ bool SwitchedOff()
     CSpy spy;
     const CString text = "CGUIUrlLink::GotoURL()";
     volatile int sink = 0;
-    const bench::Contender numbers = {"OutputData(int)", [&](int count) {
+    const bench::Contender numbers = {"OutputData(int)", [&](int count)
+                                      {
                                           for (int i = 0; i < count; ++i)
                                               sink = spy.OutputData(i);
                                       }};
-    const bench::Contender nothing = {"an empty loop", [&](int count) {
+    const bench::Contender nothing = {"an empty loop", [&](int count)
+                                      {
                                           for (int i = 0; i < count; ++i)
                                               sink = i;
                                       }};
-    const bench::Contender texts = {"OutputData(CString)", [&](int count) {
+    const bench::Contender texts = {"OutputData(CString)", [&](int count)
+                                    {
                                         for (int i = 0; i < count; ++i)
                                             sink = spy.OutputData(text);
                                     }};
-    const bench::Contender argument = {"its argument", [&](int count) {
+    const bench::Contender argument = {"its argument", [&](int count)
+                                       {
                                            for (int i = 0; i < count; ++i)
                                                sink = TakeText(text);
                                        }};
@@ -54,11 +58,13 @@ bool ToFile()
         const std::string record = "14:03:22 <November 16, 2006>  (char)CGUIUrlLink::GotoURL()\n";
         HANDLE file = CreateFileA("c:\\bench.log", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                   CREATE_ALWAYS, 0, nullptr);
-        const bench::Contender ours = {"CSpy::OutputData(CString) to the file", [&](int count) {
+        const bench::Contender ours = {"CSpy::OutputData(CString) to the file", [&](int count)
+                                       {
                                            for (int i = 0; i < count; ++i)
                                                spy.OutputData(text);
                                        }};
-        const bench::Contender calls = {"lock, seek, write, unlock", [&](int count) {
+        const bench::Contender calls = {"lock, seek, write, unlock", [&](int count)
+                                        {
                                             for (int i = 0; i < count; ++i)
                                             {
                                                 OVERLAPPED region = {};

@@ -24,8 +24,8 @@ std::string Demangle(const char* name)
 std::set<std::string> ExportedNames(HMODULE module)
 {
     const auto* base = reinterpret_cast<const BYTE*>(module);
-    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(
-        base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const auto* headers =
+        reinterpret_cast<const IMAGE_NT_HEADERS*>(base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
     const auto* table = reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(
         base + headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress);
     const auto* names = reinterpret_cast<const DWORD*>(base + table->AddressOfNames);

@@ -68,14 +68,16 @@ ProcessResult RunProcess(const std::string& commandLine, unsigned long milliseco
         return result;
     }
     CloseHandle(writeEnd);
-    std::thread reader([&] {
-        char buffer[4096];
-        DWORD got = 0;
-        while (ReadFile(readEnd, buffer, sizeof buffer, &got, nullptr) && got)
-            for (DWORD i = 0; i < got; ++i)
-                if (buffer[i] != '\r')
-                    result.output += buffer[i];
-    });
+    std::thread reader(
+        [&]
+        {
+            char buffer[4096];
+            DWORD got = 0;
+            while (ReadFile(readEnd, buffer, sizeof buffer, &got, nullptr) && got)
+                for (DWORD i = 0; i < got; ++i)
+                    if (buffer[i] != '\r')
+                        result.output += buffer[i];
+        });
     if (WaitForSingleObject(process.hProcess, milliseconds) != WAIT_OBJECT_0)
     {
         TerminateProcess(process.hProcess, 97);

@@ -16,8 +16,8 @@ struct ProbeRegistration
 
 /// Defines and registers a probe: PROBE(Name) { std::puts("answer"); return 0; }
 #define PROBE(name)                                                                                                    \
-    static int Probe##name(int argc, char** argv);                                                                    \
-    static const ProbeRegistration ProbeRegistration##name(#name, Probe##name);                                       \
+    static int Probe##name(int argc, char** argv);                                                                     \
+    static const ProbeRegistration ProbeRegistration##name(#name, Probe##name);                                        \
     static int Probe##name([[maybe_unused]] int argc, [[maybe_unused]] char** argv)
 
 /// Runs a registered probe in this process; 98 for an unknown name.
