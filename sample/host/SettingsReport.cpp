@@ -102,7 +102,7 @@ bool ReportSettings(TraceLog& trace)
     TvkProduct series;
     TvkProduct morvay(TvkProduct::GetProductPrefix() + "mrvy.dll");
     bool complete = true;
-    std::printf("%-44s%-38s%s\n", "SETTING", "VALUE", "WHERE IT CAME FROM");
+    std::printf("%-44s%-40s%s\n", "SETTING", "VALUE", "WHERE IT CAME FROM");
     for (const Question& question : Questions)
     {
         TvkProduct& product = question.morvayEdition ? morvay : series;
@@ -119,7 +119,7 @@ bool ReportSettings(TraceLog& trace)
             place += standIn.size() == 1 ? ", as cartridge '" + standIn + "' (preload)" : ", as " + standIn;
         }
         const std::string name = std::string(question.key) + (question.morvayEdition ? " (Morvay edition)" : "");
-        std::printf("%-44s%-38s%s\n", name.c_str(), ("\"" + value + "\"").c_str(), place.c_str());
+        std::printf("%-44s%-40s%s\n", name.c_str(), ("\"" + value + "\"").c_str(), place.c_str());
     }
     return complete;
 }

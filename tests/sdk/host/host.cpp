@@ -13,8 +13,7 @@ int main()
     }
     catch (CRegistryException* error) // by type, across the library's boundary
     {
-        CRegistry closed;
-        std::printf("caught registry error %ld\n", error->m_lError);
+        std::printf("caught registry error %ld\n", error->m_lErrorCode);
         error->Delete();
     }
 }
