@@ -1,0 +1,196 @@
+// The sample product installed into this machine and taken out again; what programs read in between.
+#include "KnownKeys.h"
+#include "settings/ConfigurationLibrary.h"
+#include "settings/TvkIniFile.h"
+#include "settings/TvkProduct.h"
+#include "system/CSafeRegistry.h"
+#include "support/Probe.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <set>
+#include <string>
+
+namespace
+{
+using testing::HasSubstr;
+
+const char* const SystemFolder = "C:\\windows\\system32\\";
+const char* const DriverFolder = "C:\\windows\\system32\\spool\\drivers\\x64\\3\\";
+
+ProcessResult Installer(const std::string& arguments)
+{
+    return RunProcess("productinstall.exe " + arguments);
+}
+
+void AddKeys(std::set<std::string>& found, HKEY root, const std::string& path)
+{
+    HKEY key;
+    if (RegOpenKeyExA(root, path.c_str(), 0, KEY_READ, &key) != 0)
+        return;
+    found.insert(path);
+    char name[512];
+    DWORD size = sizeof name;
+    for (DWORD i = 0; RegEnumValueA(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0;
+         ++i, size = sizeof name)
+        found.insert(path + " : " + name);
+    size = sizeof name;
+    for (DWORD i = 0; RegEnumKeyExA(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0;
+         ++i, size = sizeof name)
+        if (std::string(name) != "Classes") // a third of the registry, and none of ours
+            AddKeys(found, root, path + "\\" + name);
+    RegCloseKey(key);
+}
+
+/// The names, in small letters, of everything that an installation could leave behind: registry keys and values, files
+/// and folders.
+std::set<std::string> Machine()
+{
+    std::set<std::string> found;
+    AddKeys(found, HKEY_LOCAL_MACHINE, "SOFTWARE");
+    AddKeys(found, HKEY_LOCAL_MACHINE, "SYSTEM\\CurrentControlSet\\Control\\Print");
+    AddKeys(found, HKEY_CURRENT_USER, "Printers");
+    for (const char* folder : {"C:\\", "C:\\windows"})
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            found.insert(entry.path().string());
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SystemFolder))
+        found.insert(entry.path().string());
+    std::set<std::string> small;
+    for (std::string name : found)
+    {
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+        small.insert(name);
+    }
+    return small;
+}
+
+std::string Text(const char* key)
+{
+    CString value;
+    return std::string(TvkProduct().GetSetting(key, value));
+}
+
+/// The product installed while these tests run; they only read.
+class InstalledProduct : public testing::Test
+{
+  protected:
+    static void SetUpTestSuite()
+    {
+        const ProcessResult installed = Installer("");
+        EXPECT_EQ(installed.exitCode, 0u) << installed.output;
+        EXPECT_THAT(installed.output, HasSubstr("Torvane Larkmoor 460 is installed."));
+    }
+    static void TearDownTestSuite()
+    {
+        const ProcessResult removed = Installer("--remove");
+        EXPECT_EQ(removed.exitCode, 0u) << removed.output;
+    }
+};
+} // namespace
+
+TEST(ProductInstall, LeavesTheMachineAsItWas)
+{
+    const std::set<std::string> before = Machine();
+    const ProcessResult installed = Installer("--printer \"Office printer\" --trace 4");
+    EXPECT_EQ(installed.exitCode, 0u) << installed.output;
+    const std::set<std::string> between = Machine();
+    for (const char* made :
+         {"software\\torvane\\inkjet\\ijprtsettings\\office printer\\gui\\psw", "software\\torvane : guilog",
+          "system\\currentcontrolset\\control\\print\\printers\\office printer\\printerdriverdata : "
+          "originalfriendlyname",
+          "software\\torvane\\morvay supplies\\larkmoor400 : servicetag",
+          "c:\\windows\\system32\\" PRODUCT_PREFIX "plc.ini"})
+        EXPECT_EQ(between.count(made), 1u) << made;
+    const ProcessResult removed = Installer("--remove");
+    EXPECT_EQ(removed.exitCode, 0u) << removed.output;
+    EXPECT_EQ(Machine(), before);
+}
+
+TEST(ProductInstall, SaysWhatFailed)
+{
+    EXPECT_EQ(Installer("--trace 5").exitCode, 2u);
+    EXPECT_EQ(Installer("--remove").exitCode, 1u) << "nothing is installed";
+
+    const std::set<std::string> before = Machine();
+    const std::string preload = std::string(SystemFolder) + PRODUCT_PREFIX "plc.ini";
+    const HANDLE held = CreateFileA(preload.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    const ProcessResult failed = Installer("");
+    CloseHandle(held);
+    EXPECT_EQ(failed.exitCode, 1u);
+    EXPECT_THAT(failed.output, HasSubstr("FAILED: cannot write DefineInstalledCart1=52 to " + preload));
+    EXPECT_EQ(Installer("--remove").exitCode, 1u) << "no printer was installed";
+    EXPECT_EQ(Machine(), before);
+}
+
+TEST_F(InstalledProduct, ConfigurationLibraryTellsTheModel)
+{
+    EXPECT_EQ(Text("IDO_MODEL"), "Larkmoor 460");
+    EXPECT_EQ(Text("IDO_URL_PRINTER_CODE"), "LM46");
+    EXPECT_EQ(Text("IDO_ORDERSUPPLIES_EXECUTABLENAME_ARGUMENTS"), "/T=200 /L=a /P=\"Torvane Larkmoor 460\"");
+    EXPECT_EQ(TvkProduct().CompareSetting("IDO_PRINTHEADFORMAT", 2ul), 1) << "the series has 1";
+}
+
+TEST_F(InstalledProduct, PreloadedCartridgesAreTheDefaults)
+{
+    EXPECT_EQ(Text("IDO_DEFAULT_COLORCART"), "TC-482H");
+    EXPECT_EQ(Text("IDO_DEFAULT_BLACKCART"), "TK-481H");
+}
+
+TEST_F(InstalledProduct, IniFilesHoldTheirValues)
+{
+    const auto value = [](const char* file, const char* key, const char* section) {
+        return std::string(
+            TvkIniFile().ReadINI(CString(DriverFolder) + Text(file).c_str(), key, Text(section).c_str()));
+    };
+    EXPECT_EQ(value("IDO_PHONENUMBER_INIFILE_NAME", "  0x0409", "IDO_PHONENUMBER_SECTION_NAME"), "(555) 555-0142");
+    EXPECT_EQ(value("IDO_PRODVER", "Version", "IDO_PRODVERSECTION"), Text("IDO_DRIVER_PRODUCTVERSION_STR"));
+    EXPECT_EQ(value("IDO_RETAILERSPECIFIC_INIFILE_NAME", "Partner", "IDO_RETAILER_SPECIFIC_SECTION_NAME"), "HARBOUR7");
+}
+
+TEST_F(InstalledProduct, PrinterHasItsSettingsKeyForEveryUser)
+{
+    CSafeRegistry registry;
+    registry.SetFriendlyName("Torvane Larkmoor 460");
+    char model[64] = "";
+    unsigned long size = sizeof model, type = 0;
+    ASSERT_EQ(registry.Open(nullptr, "PrinterDriverData", 0, KEY_READ), 1);
+    EXPECT_EQ(registry.Read(reinterpret_cast<unsigned char*>(model), &size, &type, "Model"), 1);
+    EXPECT_STREQ(model, "Larkmoor 460");
+}
+
+TEST_F(InstalledProduct, ConfigurationLibraryAnswersEveryOverride)
+{
+    const HMODULE settings = LoadLibraryA(PRODUCT_PREFIX "jswr.dll");
+    const HMODULE library = LoadLibraryA((std::string(DriverFolder) + PRODUCT_PREFIX "conf.dll").c_str());
+    const auto entry =
+        reinterpret_cast<GetConfigDataFunction>(reinterpret_cast<void (*)()>(GetProcAddress(library, "GetConfigData")));
+    ASSERT_TRUE(entry);
+    char answer[256];
+    unsigned long size = 0;
+    int overrides = 0;
+    for (const KnownKey& known : KnownKeys)
+    {
+        const HRSRC found =
+            FindResourceA(settings, (std::string(known.name) + "_OVERRIDE").c_str(), MAKEINTRESOURCEA(10));
+        if (!found)
+            continue;
+        SCOPED_TRACE(known.name);
+        ++overrides;
+        const auto item = *static_cast<const DWORD*>(LockResource(LoadResource(settings, found)));
+        // Twice over: the size word keeps what the question before it left.
+        for (int round = 0; round < 2; ++round)
+        {
+            EXPECT_EQ(entry(0, item, 0, answer, &size), ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE);
+            EXPECT_EQ(entry(0, item, 0, answer, &size), ERROR_CONFIG_SUCCESS);
+        }
+        EXPECT_EQ(size, known.number ? sizeof(DWORD) : std::string(answer).size() + 1);
+    }
+    EXPECT_GT(overrides, 3);
+    EXPECT_EQ(entry(0, 4711, 0, answer, &size), ERROR_CONFIG_UNDEFINED_ITEM);
+    FreeLibrary(library);
+    FreeLibrary(settings);
+}
