@@ -1,0 +1,209 @@
+// The region of a bitmap's visible pixels.
+#include "Pictures.h"
+#include "controls/CTransparentBmp.h"
+#include "support/IatPatch.h"
+#include "support/TestProduct.h"
+#include "support/TraceWorld.h"
+#include <gmock/gmock.h>
+#include <functional>
+#include <memory>
+
+namespace
+{
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Counts the calls of a system function, and refuses one of them.
+template <class F>
+class Watch;
+template <class R, class... A>
+class Watch<R(WINAPI*)(A...)>
+{
+  public:
+    Watch(const char* function, int refuse = 0) : m_patch(LibraryUnderTest(), function, &Call)
+    {
+        s_calls = 0;
+        s_refuse = refuse;
+        s_original = m_patch.template Original<R(WINAPI*)(A...)>();
+    }
+    int Calls() const { return s_calls; }
+
+  private:
+    static R WINAPI Call(A... arguments) { return ++s_calls == s_refuse ? R{} : s_original(arguments...); }
+    static inline int s_calls, s_refuse;
+    static inline R(WINAPI* s_original)(A...);
+    IatPatch m_patch;
+};
+
+HRGN Region(const Picture& picture, COLORREF key, CRect* rect = nullptr)
+{
+    const HBITMAP bitmap = picture.Make();
+    const HRGN region = CTransparentBmp().BitmapToRegion(bitmap, key, rect);
+    DeleteObject(bitmap);
+    return region;
+}
+
+/// The slow, obvious answer: every pixel asked one by one, and none outside the bitmap.
+void ExpectRegion(HRGN region, int width, int height, const std::function<bool(int, int)>& visible)
+{
+    ASSERT_TRUE(region);
+    RECT box;
+    GetRgnBox(region, &box);
+    EXPECT_TRUE(box.left >= 0 && box.top >= 0 && box.right <= width && box.bottom <= height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            ASSERT_EQ(PtInRegion(region, x, y) != 0, visible(x, y)) << x << ", " << y;
+    DeleteObject(region);
+}
+
+std::vector<std::vector<LONG>> Rectangles(HRGN region)
+{
+    std::string bytes(GetRegionData(region, 0, nullptr), '\0');
+    auto* data = reinterpret_cast<RGNDATA*>(bytes.data());
+    GetRegionData(region, static_cast<DWORD>(bytes.size()), data);
+    const auto* rects = reinterpret_cast<const RECT*>(data->Buffer);
+    std::vector<std::vector<LONG>> result;
+    for (DWORD i = 0; i < data->rdh.nCount; ++i)
+        result.push_back({rects[i].left, rects[i].top, rects[i].right, rects[i].bottom});
+    return result;
+}
+
+Picture Striped(int width, int height)
+{
+    Picture picture(width, height, 32, 1);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            picture.Set(x, y, x % 2 == 1);
+    return picture;
+}
+
+TEST(Regions, AreThePixelsThatAreNotOfTheKey)
+{
+    unsigned seed = 0;
+    for (const int depth : {1, 4, 8, 16, 24, 32})
+        for (const CSize size : {CSize(1, 1), CSize(2, 9), CSize(7, 5), CSize(33, 64), CSize(129, 31), CSize(640, 3)})
+        {
+            SCOPED_TRACE(testing::Message() << depth << " bits, " << size.cx << " x " << size.cy << ", seed " << seed);
+            const Picture picture(size.cx, size.cy, depth, seed++);
+            ExpectRegion(Region(picture, picture.Key()), size.cx, size.cy,
+                         [&](int x, int y) { return !picture.IsHole(x, y); });
+            CRect larger(5, 5, 5 + size.cx * 3, 5 + size.cy * 2);
+            ExpectRegion(Region(picture, picture.Key(), &larger), size.cx * 3, size.cy * 2,
+                         [&](int x, int y) { return !picture.IsHole(x / 3, y / 2); });
+        }
+}
+
+TEST(Regions, TakeTheKeyWithRedAndBlueExchangedAndExactly)
+{
+    const struct
+    {
+        COLORREF key;
+        bool blueIsHole;
+    } keys[] = {{RGB(255, 0, 0), true},
+                {RGB(0, 0, 255), false},
+                {RGB(254, 0, 0), false},
+                {RGB(255, 1, 0), false},
+                {0x7F000000u | RGB(255, 0, 0), true}}; // the fourth byte is no colour
+    BITMAPINFO format = {{sizeof(BITMAPINFOHEADER), 4, 4, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
+    void* bits = nullptr;
+    const HBITMAP blue = CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
+    for (int i = 0; i < 16; ++i)
+        static_cast<DWORD*>(bits)[i] = 0xFF0000FF;
+    for (const auto& row : keys)
+    {
+        const HRGN region = CTransparentBmp().BitmapToRegion(blue, row.key, nullptr);
+        EXPECT_EQ(PtInRegion(region, 1, 1) == 0, row.blueIsHole) << std::hex << row.key;
+        DeleteObject(region);
+    }
+    DeleteObject(blue);
+}
+
+TEST(Regions, HaveOneRectangleForEachRunOfARow)
+{
+    Picture picture(5, 1, 24, 1);
+    for (int x = 0; x < 5; ++x)
+        picture.Set(x, 0, x == 0 || x == 3);
+    const HRGN runs = Region(picture, picture.Key());
+    EXPECT_THAT(Rectangles(runs), ElementsAre(ElementsAre(1, 0, 3, 1), ElementsAre(4, 0, 5, 1)));
+    DeleteObject(runs);
+
+    for (int x = 0; x < 5; ++x)
+        picture.Set(x, 0, true);
+    const HRGN none = Region(picture, picture.Key());
+    ASSERT_TRUE(none) << "nothing visible is an empty region, not a missing one";
+    EXPECT_THAT(Rectangles(none), IsEmpty());
+    DeleteObject(none);
+}
+
+TEST(Regions, AreBuiltInBatchesFromABufferThatGrows)
+{
+    const struct
+    {
+        int width, height, growths, batches;
+    } rows[] = {{200, 1, 0, 1}, {202, 1, 1, 1}, {1000, 3, 14, 1}, {1000, 9, 19, 3}, {1000, 4, 19, 2}};
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(testing::Message() << row.width << " x " << row.height);
+        const Picture picture = Striped(row.width, row.height);
+        HRGN region;
+        {
+            const Watch<decltype(&GlobalReAlloc)> growths("GlobalReAlloc");
+            const Watch<decltype(&ExtCreateRegion)> batches("ExtCreateRegion");
+            region = Region(picture, picture.Key());
+            EXPECT_EQ(growths.Calls(), row.growths);
+            EXPECT_EQ(batches.Calls(), row.batches);
+        }
+        ExpectRegion(region, row.width, row.height, [](int x, int) { return x % 2 == 0; });
+    }
+}
+
+TEST(Regions, AreNullWhenTheSystemRefuses)
+{
+    const std::string text = "(char)Wendrel:CTransparentBmp::BitmapToRegion: ";
+    const Picture picture = Striped(1000, 9);
+    const struct
+    {
+        const char* function;
+        std::function<std::shared_ptr<void>(const char*, int)> refuse;
+        int call;
+        std::string trace;
+    } faults[] = {
+#define REFUSED(function, call, trace)                                                                                 \
+    {#function, [](const char* name, int nth) { return std::make_shared<Watch<decltype(&function)>>(name, nth); },     \
+     call, trace}
+        REFUSED(GlobalAlloc, 1, "GlobalAlloc Failed.\n"),
+        REFUSED(GlobalLock, 1, "GlobalLock Failed.\n"),
+        REFUSED(GlobalLock, 3, "GlobalLock Failed.\n"),
+        REFUSED(GlobalReAlloc, 1, "GlobalReAlloc Failed.\n"),
+        REFUSED(GlobalReAlloc, 7, "GlobalReAlloc Failed.\n"),
+        REFUSED(CreateCompatibleDC, 1, ""),
+        REFUSED(CreateCompatibleDC, 2, ""),
+        REFUSED(CreateDIBSection, 1, ""),
+        REFUSED(GetObjectA, 1, ""),
+        REFUSED(SelectObject, 1, ""),
+        REFUSED(SelectObject, 2, ""),
+        REFUSED(BitBlt, 1, ""),
+        REFUSED(ExtCreateRegion, 1, ""),
+        REFUSED(ExtCreateRegion, 3, ""),
+        REFUSED(CombineRgn, 1, ""),
+#undef REFUSED
+    };
+    TraceWorld trace;
+    for (const auto& fault : faults)
+    {
+        SCOPED_TRACE(testing::Message() << fault.function << ", call " << fault.call);
+        trace.Clear();
+        const int objects = CountDrawingObjects();
+        {
+            const auto refused = fault.refuse(fault.function, fault.call);
+            EXPECT_FALSE(Region(picture, picture.Key()));
+        }
+        EXPECT_EQ(CountDrawingObjects(), objects);
+        const std::string log = trace.Log();
+        EXPECT_EQ(log.empty() ? log : WithoutTimeStamp(log), fault.trace.empty() ? "" : text + fault.trace + "\n");
+    }
+    EXPECT_FALSE(CTransparentBmp().BitmapToRegion(nullptr, 0, nullptr));
+    for (CRect size : {CRect(0, 0, 0, 5), CRect(0, 0, 5, 0), CRect(5, 5, 0, 0), CRect(0, 0, 100000, 100000)})
+        EXPECT_FALSE(Region(picture, picture.Key(), &size)) << size.right << " x " << size.bottom;
+}
+} // namespace
