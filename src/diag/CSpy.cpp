@@ -5,6 +5,7 @@
 #include "diag/internal/StructureDump.h"
 #include "diag/internal/TraceText.h"
 #include "settings/TvkProduct.h"
+#include "system/internal/Handle.h"
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -255,12 +256,9 @@ void CSpy::OutputData(const char* label, int type, CDC* dc, int x, int y, int cx
     CDC memory;
     if (!bitmap.CreateCompatibleBitmap(dc, cx, cy) || !memory.CreateCompatibleDC(dc))
         return;
-    CBitmap* const former = memory.SelectObject(&bitmap);
-    if (!former)
-        return;
-    if (memory.BitBlt(0, 0, cx, cy, dc, x, y, SRCCOPY))
+    const tvk::SelectGuard selected(memory, bitmap);
+    if (selected && memory.BitBlt(0, 0, cx, cy, dc, x, y, SRCCOPY))
         OutputData(label, type, &bitmap, comment, numbered);
-    memory.SelectObject(former);
 }
 
 CString CSpy::GetTimeStamp()
