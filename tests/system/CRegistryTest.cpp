@@ -213,6 +213,31 @@ TEST_F(CRegistryTest, Restores)
     EXPECT_EQ(Thrown([&] { key.RestoreKey("f", 0); }), 0);
 }
 
+int opens, versionQueries;
+LONG WINAPI CountOpen(HKEY root, LPCSTR path, DWORD options, REGSAM access, PHKEY key)
+{
+    ++opens;
+    return RegOpenKeyExA(root, path, options, access, key);
+}
+
+BOOL WINAPI CountVersionQuery(OSVERSIONINFOA* version)
+{
+    ++versionQueries;
+    return GetVersionExA(version);
+}
+
+// Every trace object opens the switch's key this way.
+TEST_F(CRegistryTest, OpeningAnUnmappedKeyIsOneCall)
+{
+    const IatPatch open(LibraryUnderTest(), "RegOpenKeyExA", CountOpen);
+    const IatPatch version(LibraryUnderTest(), "GetVersionExA", CountVersionQuery);
+    opens = versionQueries = 0;
+    CRegistry key;
+    EXPECT_EQ(Open(key), 1);
+    EXPECT_EQ(opens, 1);
+    EXPECT_EQ(versionQueries, 0);
+}
+
 TEST_F(CRegistryTest, AThousandRoundsHoldNoHandle)
 {
     const auto nextHandle = []
