@@ -32,15 +32,13 @@ class CSafeRegistryTest : public testing::Test
     TraceWorld m_trace{1};
 };
 
-LONG WINAPI RefuseRestore(HKEY, LPCSTR, DWORD)
-{
-    return ERROR_NOT_REGISTRY_FILE;
-}
-
 TEST_F(CSafeRegistryTest, FailuresAreResultsAndTraceLines)
 {
-    const IatPatch patch(LibraryUnderTest(), "RegRestoreKeyA", RefuseRestore); // Wine's never fails
-    char name[4];
+    const IatPatch patch( // Wine's never fails
+        LibraryUnderTest(), "RegRestoreKeyA",
+        +[](HKEY key, LPCSTR file, DWORD flags) -> LONG
+        { return key && std::string(file) == "C:\\f" && flags == 8 ? ERROR_NOT_REGISTRY_FILE : 0; });
+    char name[8];
     BYTE data[2];
     DWORD size = sizeof data, disposition = 0;
     const struct
@@ -53,6 +51,7 @@ TEST_F(CSafeRegistryTest, FailuresAreResultsAndTraceLines)
          { return k.Create(disposition, reinterpret_cast<HKEY>(0x7ff0), "path", 0, KEY_READ, nullptr); },
          0, 6, "Create failed to create \"path\" \"path\""},
         {[](CSafeRegistry& k) { return k.Remove("no"); }, 0, 2, "Remove failed to remove \"%\" \"no\""},
+        {[](CSafeRegistry& k) { return k.Remove("child"); }, 0, 5, "Remove failed to remove \"%\" \"child\""},
         {[](CSafeRegistry& k) { return k.DeleteValue("no"); }, 0, 2, "DeleteValue failed to delete \"%\" \"no\""},
         {[&](CSafeRegistry& k) { return k.Close(), k.Write("x", data, 2, REG_BINARY); }, 0, 6,
          "Write failed to write \"%\" \"x\""},
@@ -69,7 +68,7 @@ TEST_F(CSafeRegistryTest, FailuresAreResultsAndTraceLines)
         {[](CSafeRegistry& k) { return k.LoadKey("m", "C:\\f"); }, 0, 2,
          "LoadKey failed to create \"%\" \"m\" from \"C:\\f\""},
         {[](CSafeRegistry& k) { return k.UnloadKey("no"); }, 0, 1314, "UnloadKey failed to unload \"%\" \"no\""},
-        {[](CSafeRegistry& k) { return k.RestoreKey("C:\\f", 0); }, 0, 1017,
+        {[](CSafeRegistry& k) { return k.RestoreKey("C:\\f", 8); }, 0, 1017,
          "RestoreKey failed to restore \"%\" from \"C:\\f\""},
         {[](CSafeRegistry& k)
          {
@@ -80,16 +79,12 @@ TEST_F(CSafeRegistryTest, FailuresAreResultsAndTraceLines)
          0, 6, "Open failed to open \"%\" \"Software\\SafeRegistryTest\""},
         // No failures, or none that is traced.
         {[](CSafeRegistry& k) { return k.Open(HKEY_CURRENT_USER, "Software\\no", 0, KEY_READ); }, 0, 2, nullptr},
-        {[&](CSafeRegistry& k) { return k.EnumValue(9, name, &(size = 4), nullptr, nullptr, nullptr); }, 259, 259,
+        {[&](CSafeRegistry& k) { return k.EnumValue(9, name, &(size = 8), nullptr, nullptr, nullptr); }, 259, 259,
          nullptr},
-        {[&](CSafeRegistry& k) { return k.EnumKey(9, name, &(size = 4), nullptr, nullptr, nullptr); }, 259, 259,
+        {[&](CSafeRegistry& k) { return k.EnumKey(9, name, &(size = 8), nullptr, nullptr, nullptr); }, 259, 259,
          nullptr},
-        {[&](CSafeRegistry& k)
-         {
-             char longer[8];
-             return k.EnumKey(0, longer, &(size = 8), nullptr, nullptr, nullptr);
-         },
-         0, 0, nullptr},
+        {[&](CSafeRegistry& k) { return k.EnumKey(0, name, &(size = 8), nullptr, nullptr, nullptr); }, 0, 0, nullptr},
+        {[](CSafeRegistry& k) { return k.RestoreKey("C:\\f", 0); }, 1, 0, nullptr},
         {[](CSafeRegistry& k) { return k.Write("x", Bytes("y"), 2, REG_SZ); }, 1, 0, nullptr},
         {[](CSafeRegistry& k) { return k.Read(nullptr, nullptr, nullptr, "x"); }, 1, 0, nullptr},
         {[](CSafeRegistry& k) { return k.DeleteValue("x"); }, 1, 0, nullptr},

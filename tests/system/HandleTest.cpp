@@ -39,18 +39,4 @@ TEST(Handle, ClosesOnceAndKeepsTheLastError)
     EXPECT_EQ(closed, (std::vector<int*>{&a, &b}));
     EXPECT_EQ(GetLastError(), 7u);
 }
-
-TEST(Handle, SelectGuardPutsTheFormerObjectBack)
-{
-    const tvk::DeviceContext context(CreateCompatibleDC(nullptr));
-    const tvk::GdiObject<HBITMAP> bitmap(CreateBitmap(4, 4, 1, 1, nullptr));
-    const HGDIOBJ before = GetCurrentObject(context.Get(), OBJ_BITMAP);
-    {
-        const tvk::SelectGuard selected(context.Get(), bitmap.Get());
-        EXPECT_TRUE(selected);
-        EXPECT_EQ(GetCurrentObject(context.Get(), OBJ_BITMAP), bitmap.Get());
-        EXPECT_FALSE(tvk::SelectGuard(context.Get(), nullptr));
-    }
-    EXPECT_EQ(GetCurrentObject(context.Get(), OBJ_BITMAP), before);
-}
 } // namespace

@@ -46,18 +46,18 @@ TEST(Mapping, OsCodesOfTenWindowsVersions)
         EXPECT_EQ(RunProbeUnder(row.windows, "OsCodes").output, row.codes) << row.windows;
 }
 
-OSVERSIONINFOA reported;
-BOOL WINAPI ReportVersion(OSVERSIONINFOA* version)
-{
-    if (version->dwOSVersionInfoSize != 148 || !reported.dwOSVersionInfoSize)
-        return FALSE;
-    *version = reported;
-    return TRUE;
-}
-
 TEST(Mapping, OsCodesOfOtherAnswers)
 {
-    const IatPatch patch(LibraryUnderTest(), "GetVersionExA", ReportVersion);
+    static OSVERSIONINFOA reported;
+    const IatPatch patch(
+        LibraryUnderTest(), "GetVersionExA",
+        +[](OSVERSIONINFOA* version) -> BOOL
+        {
+            if (version->dwOSVersionInfoSize != 148 || !reported.dwOSVersionInfoSize)
+                return FALSE;
+            *version = reported;
+            return TRUE;
+        });
     const struct
     {
         DWORD platform, major, minor;

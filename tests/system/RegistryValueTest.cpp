@@ -38,20 +38,21 @@ TEST(RegistryValue, TextAndNumberOrTheirDefaults)
     CRegistry key;
     ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, Home, 0, KEY_READ, raw.Receive()), 0);
     ASSERT_EQ(key.Open(HKEY_CURRENT_USER, Home, 0, KEY_READ), 1);
-    for (const auto& row : rows)
+    const auto check = [&](auto&& source)
     {
-        const bool isText = std::string(row.text) != "default", isNumber = row.number != 7;
-        CString text = "default", rawText = "default";
-        EXPECT_EQ(tvk::ReadText(key, row.name, text, 8), isText) << row.name;
-        EXPECT_EQ(tvk::ReadText(raw.Get(), row.name, rawText, 8), isText) << row.name;
-        EXPECT_EQ(text, row.text) << row.name;
-        EXPECT_EQ(rawText, row.text) << row.name;
-        DWORD number = 7, rawNumber = 7;
-        EXPECT_EQ(tvk::ReadNumber(key, row.name, number), isNumber) << row.name;
-        EXPECT_EQ(tvk::ReadNumber(raw.Get(), row.name, rawNumber), isNumber) << row.name;
-        EXPECT_EQ(number, row.number) << row.name;
-        EXPECT_EQ(rawNumber, row.number) << row.name;
-    }
+        for (const auto& row : rows)
+        {
+            SCOPED_TRACE(row.name);
+            CString text = "default";
+            DWORD number = 7;
+            EXPECT_EQ(tvk::ReadText(source, row.name, text, 8), std::string(row.text) != "default");
+            EXPECT_EQ(text, row.text);
+            EXPECT_EQ(tvk::ReadNumber(source, row.name, number), row.number != 7);
+            EXPECT_EQ(number, row.number);
+        }
+    };
+    check(key);
+    check(raw.Get());
     CString text = "default";
     EXPECT_FALSE(tvk::ReadText(key, "missing", text));
     EXPECT_EQ(text, "default");
