@@ -36,6 +36,17 @@ constexpr std::array PreloadedCartridges{
     PreloadedCartridge{"IDO_DEFAULT_BLACKCART", "IDO_PRELOAD_KEY_DEFINEINSTALLEDCART2"},
 };
 
+/// A token in texts, and the key whose configuration item replaces it.
+struct Token
+{
+    const char* token;
+    const char* key;
+};
+constexpr std::array Tokens{
+    Token{"~MODEL~", "IDO_MODEL"},
+    Token{"~MFG~", "IDO_MFG"},
+};
+
 CString SettingsLibraryName()
 {
     return TvkProduct::GetProductPrefix() + "jswr.dll";
@@ -456,10 +467,13 @@ unsigned long TvkProduct::TranslateConfigDLLReturnValue(unsigned long value)
 CString TvkProduct::TranslateResourceValue(CString value)
 {
     const CString key = m_strKey;
-    m_strKey = "IDO_MODEL";
-    value = TranslateResourceValue(value, "~MODEL~");
-    m_strKey = "IDO_MFG";
-    value = TranslateResourceValue(value, "~MFG~");
+    for (const Token& token : Tokens)
+    {
+        if (value.Find(token.token) < 0) // as nearly always: nothing is asked, and nothing allocated
+            continue;
+        m_strKey = token.key;
+        value = TranslateResourceValue(value, token.token);
+    }
     m_strKey = key;
     return value;
 }
