@@ -25,7 +25,7 @@ class AFX_EXT_CLASS SystemConfigDLL : public CObject
     int Initialize(CString libraryName);
     /// Asks for a text. On success returns it and stores it in `value`. `value` stays untouched on failure: returns
     /// "ERROR_SYSCONFIGDLL_FAILURE" when there is no library to ask, and the one character 0xFF when the library broke
-    /// the two-call protocol or does not know the item. At most 255 bytes of a text are read.
+    /// the two-call protocol or does not know the item. At most 256 bytes of a text are read.
     CString GetItemData(unsigned long item, CString& value);
     /// Asks for a number. On success returns it and stores it in `value`; on failure returns 0xFFFFFFFF and leaves
     /// `value` untouched.

@@ -2,7 +2,6 @@
 
 TvkIniFile::TvkIniFile() : m_szBuffer(), m_bFileFound(0)
 {
-    m_strResult.Empty();
     m_strDefault = m_Product.GetSetting("IDO_DEFAULTSTRING", m_strSettingOut);
 }
 

@@ -48,5 +48,8 @@ extern "C" int TvkMessageBox(HWND owner, const char* text, const char* caption, 
     {
         exception->Delete(); // out of memory: the box matters more than its reading order
     }
+    catch (...) // a host written in C must not meet an exception
+    {
+    }
     return MessageBoxA(owner, text, caption, style);
 }

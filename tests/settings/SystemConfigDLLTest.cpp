@@ -1,34 +1,44 @@
 // The configuration library's two-call protocol, kept and broken, and the places where the library is looked for.
-#include "ConfigItems.h"
+#include "ConfigurationLog.h"
 #include "settings/SystemConfigDLL.h"
 #include "settings/TvkProduct.h"
 #include "support/Probe.h"
-#include "support/TestProduct.h"
 #include <gtest/gtest.h>
-#include <fstream>
-#include <iterator>
 
 namespace
 {
 constexpr char Library[] = "testconf.dll";
 constexpr unsigned long NoNumber = 0xFFFFFFFF;
 
-std::string Log()
-{
-    std::ifstream file(TestFolder() + "testconf.log", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// Every test begins without a log of the configuration library and leaves none.
 class SystemConfigDLLTest : public testing::Test
 {
   protected:
-    SystemConfigDLLTest() { DeleteFileA((TestFolder() + "testconf.log").c_str()); }
     ~SystemConfigDLLTest() override
     {
-        DeleteFileA((TestFolder() + "testconf.log").c_str());
         EXPECT_FALSE(GetModuleHandleA(Library)) << "the configuration library is still loaded";
     }
+
+    const ConfigurationLog m_log;
+};
+
+/// A copy of the configuration library in a folder of the printer drivers, gone with its log after the test.
+class DriverLibrary
+{
+  public:
+    explicit DriverLibrary(const std::string& path) : m_path(SystemFolder() + "spool\\drivers\\x64\\" + path)
+    {
+        EXPECT_TRUE(CopyFileA((TestFolder() + Library).c_str(), m_path.c_str(), FALSE)) << m_path;
+    }
+    ~DriverLibrary()
+    {
+        DeleteFileA(m_path.c_str());
+        DeleteFileA((m_path.substr(0, m_path.size() - 4) + ".log").c_str());
+    }
+    DriverLibrary(const DriverLibrary&) = delete;
+    DriverLibrary& operator=(const DriverLibrary&) = delete;
+
+  private:
+    std::string m_path;
 };
 } // namespace
 
@@ -47,7 +57,7 @@ TEST_F(SystemConfigDLLTest, AsksTwiceForATextWithTheSameBufferAndForANumberFirst
               "0 1 0 buffer 11: 0 11\n"
               "0 2 0 null 11: 3 4\n"
               "0 2 0 buffer 4: 0 4\n",
-              Log());
+              m_log.Text());
 }
 
 TEST_F(SystemConfigDLLTest, ABrokenProtocolIsToldFromAMissingLibraryAndLeavesTheOutputAlone)
@@ -116,50 +126,40 @@ PROBE(DriverDirectory)
 
 TEST_F(SystemConfigDLLTest, LooksInThePrinterDriversDirectoryOnTheNtFamily)
 {
-    char system[MAX_PATH] = "";
-    GetSystemDirectoryA(system, MAX_PATH);
-    const std::string drivers = std::string(system) + "\\spool\\drivers\\x64\\";
-    const bool madeOld = CreateDirectoryA((drivers + "2").c_str(), nullptr);
-    const std::string oldLibrary = drivers + "2\\confold.dll", newLibrary = drivers + "3\\confnew.dll";
-    ASSERT_TRUE(CopyFileA((TestFolder() + Library).c_str(), oldLibrary.c_str(), FALSE));
-    ASSERT_TRUE(CopyFileA((TestFolder() + Library).c_str(), newLibrary.c_str(), FALSE));
-    const struct
+    const std::string old = SystemFolder() + "spool\\drivers\\x64\\2";
+    const bool madeOld = CreateDirectoryA(old.c_str(), nullptr);
     {
-        const char* windows;
-        const char* inOld;
-        const char* inNew;
-    } table[] = {
-        {"win98", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "0 ERROR_SYSCONFIGDLL_FAILURE\n"},
-        {"nt40", "1 X100\n", "0 ERROR_SYSCONFIGDLL_FAILURE\n"},
-        {"win2k", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "1 X100\n"},
-        {"win10", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "1 X100\n"},
-    };
-    for (const auto& row : table)
-    {
-        SCOPED_TRACE(row.windows);
-        EXPECT_EQ(row.inOld, RunProbeUnder(row.windows, "DriverDirectory", {"confold.dll"}).output);
-        EXPECT_EQ(row.inNew, RunProbeUnder(row.windows, "DriverDirectory", {"confnew.dll"}).output);
-    }
-    for (const std::string& library : {oldLibrary, newLibrary})
-    {
-        DeleteFileA(library.c_str());
-        DeleteFileA((library.substr(0, library.size() - 4) + ".log").c_str());
+        const DriverLibrary before2000("2\\confold.dll"), since2000("3\\confnew.dll");
+        const struct
+        {
+            const char* windows;
+            const char* inOld;
+            const char* inNew;
+        } table[] = {
+            {"win98", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "0 ERROR_SYSCONFIGDLL_FAILURE\n"},
+            {"nt40", "1 X100\n", "0 ERROR_SYSCONFIGDLL_FAILURE\n"},
+            {"win2k", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "1 X100\n"},
+            {"win10", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "1 X100\n"},
+        };
+        for (const auto& row : table)
+        {
+            SCOPED_TRACE(row.windows);
+            EXPECT_EQ(row.inOld, RunProbeUnder(row.windows, "DriverDirectory", {"confold.dll"}).output);
+            EXPECT_EQ(row.inNew, RunProbeUnder(row.windows, "DriverDirectory", {"confnew.dll"}).output);
+        }
     }
     if (madeOld)
-        RemoveDirectoryA((drivers + "2").c_str());
+        RemoveDirectoryA(old.c_str());
 }
 
 // The product maps the very setting that tells where to look for the configuration library.
 TEST_F(SystemConfigDLLTest, ItsOwnPathIsAskedWithoutTheConfigurationLibrary)
 {
-    char system[MAX_PATH] = "";
-    GetSystemDirectoryA(system, MAX_PATH);
-    const std::string library = std::string(system) + "\\spool\\drivers\\x64\\3\\confself.dll";
-    ASSERT_TRUE(CopyFileA((TestFolder() + Library).c_str(), library.c_str(), FALSE));
+    const DriverLibrary library("3\\confself.dll");
     {
         const TestProduct product({{"IDO_CONFIG_DLL", "confself.dll"},
                                    {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
-                                   {"IDO_WINNTPATH_OVERRIDE", ItemModel + 0ul}});
+                                   {"IDO_WINNTPATH_OVERRIDE", ItemModel}});
         CString path;
         EXPECT_STREQ("X100", TvkProduct().GetSetting("IDO_WINNTPATH", path));
     }
@@ -167,11 +167,9 @@ TEST_F(SystemConfigDLLTest, ItsOwnPathIsAskedWithoutTheConfigurationLibrary)
         // Nowhere to be found: the product's own value, after one search.
         const TestProduct product({{"IDO_CONFIG_DLL", "nowhere.dll"},
                                    {"IDO_WINNTPATH", "\\~MODEL~\\"},
-                                   {"IDO_WINNTPATH_OVERRIDE", ItemModel + 0ul},
-                                   {"IDO_MODEL_OVERRIDE", ItemModel + 0ul}});
+                                   {"IDO_WINNTPATH_OVERRIDE", ItemModel},
+                                   {"IDO_MODEL_OVERRIDE", ItemModel}});
         CString path;
         EXPECT_STREQ("\\~MODEL~\\", TvkProduct().GetSetting("IDO_WINNTPATH", path));
     }
-    DeleteFileA(library.c_str());
-    DeleteFileA((library.substr(0, library.size() - 4) + ".log").c_str());
 }

@@ -89,6 +89,13 @@ std::string TestFolder()
     return program.substr(0, program.rfind('\\') + 1);
 }
 
+std::string SystemFolder()
+{
+    char path[MAX_PATH] = "";
+    GetSystemDirectoryA(path, MAX_PATH);
+    return std::string(path) + '\\';
+}
+
 HMODULE LibraryUnderTest()
 {
     return GetModuleHandleA(TvkProduct::GetProductPrefix() + "util.dll");

@@ -57,5 +57,7 @@ class TestProduct
 
 /// The folder of the tests' programs and libraries, with the backslash.
 std::string TestFolder();
+/// The Windows system directory, with the backslash.
+std::string SystemFolder();
 /// The utilities library under test, for IatPatch.
 HMODULE LibraryUnderTest();

@@ -1,0 +1,26 @@
+// The tests' configuration library (testconf.c) writes down every call; its log is empty at the beginning of a test and
+// gone at the end.
+#pragma once
+
+#include "ConfigItems.h"
+#include "support/TestProduct.h"
+#include <fstream>
+#include <iterator>
+
+class ConfigurationLog
+{
+  public:
+    ConfigurationLog() { DeleteFileA(Path().c_str()); }
+    ~ConfigurationLog() { DeleteFileA(Path().c_str()); }
+    ConfigurationLog(const ConfigurationLog&) = delete;
+    ConfigurationLog& operator=(const ConfigurationLog&) = delete;
+
+    std::string Text() const
+    {
+        std::ifstream file(Path(), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+  private:
+    static std::string Path() { return TestFolder() + "testconf.log"; }
+};
