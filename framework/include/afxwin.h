@@ -6,5 +6,8 @@
 #include "afx/Geometry.h"
 #include "afx/CGdiObject.h"
 #include "afx/CDC.h"
+#include "afx/CMenu.h"
 #include "afx/CWnd.h"
+#include "afx/Controls.h"
+#include "afx/Dialogs.h"
 #include "afx/CWinApp.h"

@@ -1,29 +1,205 @@
-// The application object, and the functions that ask for it.
+// The application object, message loops, and the functions that ask for the application.
 #include "afx/CWinApp.h"
 #include "afx/Resources.h"
+#include "ThreadState.h"
+
+using framework::State;
 
 namespace
 {
 CWinApp* Application = nullptr;
 
-CString ExecutableTitle()
+CString ExecutablePath()
 {
     char path[MAX_PATH] = "";
     GetModuleFileNameA(nullptr, path, MAX_PATH);
-    CString title = path;
-    title = title.Mid(title.ReverseFind('\\') + 1);
-    const int dot = title.ReverseFind('.');
-    return dot > 0 ? title.Left(dot) : title;
+    return path;
+}
+
+CString WithoutEnding(const CString& path)
+{
+    const int dot = path.ReverseFind('.');
+    return dot > path.ReverseFind('\\') ? path.Left(dot) : path;
+}
+
+CString ExecutableTitle()
+{
+    const CString path = WithoutEnding(ExecutablePath());
+    return path.Mid(path.ReverseFind('\\') + 1);
+}
+
+LRESULT AnswerException(CException* exception, const MSG& message)
+{
+    if (message.message == WM_CREATE)
+        return -1;
+    if (message.message == WM_PAINT)
+    {
+        ValidateRect(message.hwnd, nullptr);
+        return 0;
+    }
+    if (!exception)
+        AfxMessageBox("An unknown error has occurred.", MB_ICONSTOP);
+    else if (!exception->IsKindOf(RUNTIME_CLASS(CUserException))) // that one has told the user itself
+        exception->ReportError(MB_ICONSTOP);
+    return 0;
 }
 } // namespace
 
-IMPLEMENT_DYNAMIC(CWinApp, CCmdTarget)
+namespace framework
+{
+LRESULT EndedByException(CException* exception, const MSG& message)
+{
+    LRESULT result = 0;
+    try
+    {
+        result = exception && Application ? Application->ProcessWndProcException(exception, &message)
+                                          : AnswerException(exception, message);
+    }
+    catch (...)
+    {
+        AfxTrace("message %u: the report of an exception ended by another one\n", message.message);
+    }
+    if (exception)
+        exception->Delete();
+    return result;
+}
+
+HWND DefaultOwner()
+{
+    if (!Application || !Application->m_pMainWnd || !Application->m_pMainWnd->m_hWnd)
+        return nullptr;
+    return ::GetLastActivePopup(Application->m_pMainWnd->m_hWnd);
+}
+
+bool PreTranslate(MSG& message)
+{
+    if (Application)
+        return Application->PreTranslateMessage(&message);
+    return CWnd::WalkPreTranslateTree(nullptr, &message);
+}
+
+bool PumpMessage()
+{
+    MSG& message = State().pumped;
+    const BOOL received = ::GetMessageA(&message, nullptr, 0, 0);
+    if (received <= 0)
+        return false;
+    MSG current = message; // a loop inside changes the thread's
+    if (!PreTranslate(current))
+    {
+        ::TranslateMessage(&current);
+        ::DispatchMessageA(&current);
+    }
+    State().pumped = current;
+    return true;
+}
+
+bool IsIdleMessage(const MSG& message)
+{
+    // A mouse that rests, a caret that blinks: nothing has changed.
+    ThreadState& state = State();
+    if (message.message == WM_MOUSEMOVE || message.message == WM_NCMOUSEMOVE)
+    {
+        const bool same = message.message == state.lastIdleMessage && message.pt.x == state.lastIdlePosition.x &&
+                          message.pt.y == state.lastIdlePosition.y;
+        state.lastIdleMessage = message.message;
+        state.lastIdlePosition = message.pt;
+        return !same;
+    }
+    constexpr UINT CaretTimer = 0x0118;
+    return message.message != WM_PAINT && message.message != CaretTimer;
+}
+} // namespace framework
+
+IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
+IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
+
+CWinThread::CWinThread() : m_pMainWnd(nullptr) {}
+
+CWinThread::~CWinThread() = default;
+
+BOOL CWinThread::InitInstance()
+{
+    return FALSE;
+}
+
+int CWinThread::ExitInstance()
+{
+    return static_cast<int>(State().pumped.wParam);
+}
+
+int CWinThread::Run()
+{
+    MSG waiting;
+    bool idle = true;
+    LONG count = 0;
+    for (;;)
+    {
+        while (idle && !::PeekMessageA(&waiting, nullptr, 0, 0, PM_NOREMOVE))
+            idle = OnIdle(count++) != FALSE;
+        if (!PumpMessage())
+            return ExitInstance();
+        if (IsIdleMessage(&State().pumped))
+        {
+            idle = true;
+            count = 0;
+        }
+    }
+}
+
+BOOL CWinThread::PumpMessage()
+{
+    return framework::PumpMessage();
+}
+
+BOOL CWinThread::PreTranslateMessage(MSG* message)
+{
+    if (!message->hwnd)
+        return FALSE;
+    const HWND main = m_pMainWnd ? m_pMainWnd->m_hWnd : nullptr;
+    if (CWnd::WalkPreTranslateTree(main, message))
+        return TRUE;
+    // The main window's keys also work in the windows that it owns without being their parent.
+    if (m_pMainWnd && main && message->hwnd != main && !::IsChild(main, message->hwnd))
+    {
+        HWND top = message->hwnd;
+        for (HWND next = top; next; next = ::GetParent(next))
+            top = next;
+        if (top != main)
+            return m_pMainWnd->PreTranslateMessage(message);
+    }
+    return FALSE;
+}
+
+BOOL CWinThread::OnIdle(LONG)
+{
+    framework::DeleteTemporaryObjects();
+    return FALSE;
+}
+
+BOOL CWinThread::IsIdleMessage(MSG* message)
+{
+    return framework::IsIdleMessage(*message);
+}
+
+LRESULT CWinThread::ProcessWndProcException(CException* exception, const MSG* message)
+{
+    return AnswerException(exception, *message);
+}
+
+CWnd* CWinThread::GetMainWnd()
+{
+    return m_pMainWnd;
+}
 
 CWinApp::CWinApp(LPCSTR appName)
     : m_hInstance(AfxGetInstanceHandle()), m_lpCmdLine(GetCommandLineA()), m_nCmdShow(SW_SHOWNORMAL),
-      m_pMainWnd(nullptr), m_appName(appName ? CString(appName) : ExecutableTitle())
+      m_appName(appName ? CString(appName) : ExecutableTitle()), m_exeName(ExecutableTitle()),
+      m_helpPath(WithoutEnding(ExecutablePath()) + ".hlp")
 {
     m_pszAppName = m_appName;
+    m_pszExeName = m_exeName;
+    m_pszHelpFilePath = m_helpPath;
     ASSERT(!Application);
     Application = this;
 }
@@ -32,6 +208,36 @@ CWinApp::~CWinApp()
 {
     if (Application == this)
         Application = nullptr;
+}
+
+HCURSOR CWinApp::LoadCursor(LPCSTR name) const
+{
+    return ::LoadCursorA(AfxFindResourceHandle(name, RT_GROUP_CURSOR), name);
+}
+
+HCURSOR CWinApp::LoadCursor(UINT id) const
+{
+    return LoadCursor(MAKEINTRESOURCEA(id));
+}
+
+HCURSOR CWinApp::LoadStandardCursor(LPCSTR name) const
+{
+    return ::LoadCursorA(nullptr, name);
+}
+
+HICON CWinApp::LoadIcon(LPCSTR name) const
+{
+    return ::LoadIconA(AfxFindResourceHandle(name, RT_GROUP_ICON), name);
+}
+
+HICON CWinApp::LoadIcon(UINT id) const
+{
+    return LoadIcon(MAKEINTRESOURCEA(id));
+}
+
+HICON CWinApp::LoadStandardIcon(LPCSTR name) const
+{
+    return ::LoadIconA(nullptr, name);
 }
 
 int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT)
@@ -43,10 +249,30 @@ int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT)
         const bool question = buttons == MB_YESNO || buttons == MB_YESNOCANCEL;
         type |= question ? MB_ICONQUESTION : MB_ICONEXCLAMATION;
     }
-    HWND owner = GetActiveWindow();
-    if (!owner && m_pMainWnd)
-        owner = m_pMainWnd->m_hWnd;
-    return MessageBoxA(owner, prompt, m_pszAppName, type);
+    const HWND active = GetActiveWindow();
+    return MessageBoxA(active ? active : framework::DefaultOwner(), prompt, m_pszAppName, type);
+}
+
+void CWinApp::WinHelp(DWORD_PTR data, UINT command)
+{
+    if (m_pMainWnd && m_pMainWnd->m_hWnd)
+        ::WinHelpA(m_pMainWnd->m_hWnd, m_pszHelpFilePath, command, data);
+}
+
+void CWinApp::DoWaitCursor(int code)
+{
+    ::SetCursor(::LoadCursorA(nullptr, code < 0 ? IDC_ARROW : IDC_WAIT));
+}
+
+void CWinApp::OnHelp()
+{
+    WinHelp(0, HELP_CONTENTS);
+}
+
+void CWinApp::OnAppExit()
+{
+    if (m_pMainWnd)
+        m_pMainWnd->SendMessage(WM_CLOSE);
 }
 
 CWinApp* AfxGetApp()
@@ -56,7 +282,7 @@ CWinApp* AfxGetApp()
 
 CWnd* AfxGetMainWnd()
 {
-    return Application ? Application->m_pMainWnd : nullptr;
+    return Application ? Application->GetMainWnd() : nullptr;
 }
 
 LPCSTR AfxGetAppName()
@@ -88,4 +314,15 @@ BOOL AfxWinInit(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int show)
         Application->m_nCmdShow = show;
     }
     return TRUE;
+}
+
+int AfxWinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show)
+{
+    if (!AfxWinInit(instance, previous, commandLine, show) || !Application)
+        return -1;
+    if (Application->InitInstance())
+        return Application->Run();
+    if (Application->m_pMainWnd)
+        Application->m_pMainWnd->DestroyWindow();
+    return Application->ExitInstance();
 }

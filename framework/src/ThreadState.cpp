@@ -13,6 +13,7 @@ ThreadState& State()
     auto* state = static_cast<ThreadState*>(TlsGetValue(Slot));
     if (!state)
     {
+
         state = new ThreadState;
         TlsSetValue(Slot, state);
     }
@@ -23,6 +24,17 @@ void DeleteState()
 {
     delete static_cast<ThreadState*>(TlsGetValue(Slot));
     TlsSetValue(Slot, nullptr);
+}
+
+void DeleteTemporaryObjects()
+{
+    ThreadState& state = State();
+    if (state.depth)
+        return;
+    state.gdiObjects.DeleteTemporary();
+    state.contexts.DeleteTemporary();
+    state.menus.DeleteTemporary();
+    state.windows.DeleteTemporary();
 }
 } // namespace framework
 

@@ -1,10 +1,43 @@
-// The application.
+// The application and its message loop.
 #pragma once
 
+#include "afx/CException.h"
 #include "afx/CWnd.h"
 
+#ifndef ID_HELP
+#define ID_HELP 0xE146
+#define ID_CONTEXT_HELP 0xE145
+#define ID_HELP_FINDER 0xE143
+#define ID_APP_EXIT 0xE141
+#define ID_APP_ABOUT 0xE140
+#endif
+
+/// A thread with a message loop.
+class FRAMEWORK_API CWinThread : public CCmdTarget
+{
+    DECLARE_DYNAMIC(CWinThread)
+  public:
+    CWinThread();
+    ~CWinThread() override;
+
+    CWnd* m_pMainWnd; ///< when it is destroyed, the loop ends
+
+    virtual BOOL InitInstance(); ///< FALSE: the loop does not begin
+    virtual int ExitInstance();  ///< the exit code
+    virtual int Run();
+    virtual BOOL PumpMessage();
+    virtual BOOL PreTranslateMessage(MSG* message);
+    /// Called when no message waits, with a growing count; FALSE: nothing more to do.
+    virtual BOOL OnIdle(LONG count);
+    virtual BOOL IsIdleMessage(MSG* message);
+    /// Answers for a message whose handler ended by an exception: creation fails, painting counts as done, everything
+    /// else tells the user.
+    virtual LRESULT ProcessWndProcException(CException* exception, const MSG* message);
+    virtual CWnd* GetMainWnd();
+};
+
 /// The application object: one static object a program, if any.
-class FRAMEWORK_API CWinApp : public CCmdTarget
+class FRAMEWORK_API CWinApp : public CWinThread
 {
     DECLARE_DYNAMIC(CWinApp)
   public:
@@ -12,16 +45,32 @@ class FRAMEWORK_API CWinApp : public CCmdTarget
     ~CWinApp() override;
 
     HINSTANCE m_hInstance;
-    LPCSTR m_pszAppName; ///< the executable's name without its ending unless given
     LPSTR m_lpCmdLine;
     int m_nCmdShow;
-    CWnd* m_pMainWnd;
+    LPCSTR m_pszAppName; ///< the executable's name without its ending unless given
+    LPCSTR m_pszExeName;
+    LPCSTR m_pszHelpFilePath; ///< the executable's path with the ending .hlp
+
+    HCURSOR LoadCursor(LPCSTR name) const;
+    HCURSOR LoadCursor(UINT id) const;
+    HCURSOR LoadStandardCursor(LPCSTR name) const;
+    HICON LoadIcon(LPCSTR name) const;
+    HICON LoadIcon(UINT id) const;
+    HICON LoadStandardIcon(LPCSTR name) const;
 
     /// Shows a message box; a host may bring its own look.
     virtual int DoMessageBox(LPCSTR prompt, UINT type, UINT helpId);
+    /// Calls the help program for the main window.
+    virtual void WinHelp(DWORD_PTR data, UINT command = HELP_CONTEXT);
+    virtual void DoWaitCursor(int code); ///< 1 begins, -1 ends, 0 shows it again
+
+    afx_msg void OnHelp();
+    afx_msg void OnAppExit();
 
   private:
     CString m_appName;
+    CString m_exeName;
+    CString m_helpPath;
 };
 
 FRAMEWORK_API CWinApp* AfxGetApp(); ///< null in a program without an application object
@@ -32,3 +81,5 @@ FRAMEWORK_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT helpId = 0)
 FRAMEWORK_API int AfxMessageBox(UINT textId, UINT type = MB_OK, UINT helpId = static_cast<UINT>(-1));
 /// Prepares a program that has no WinMain of the framework's; FALSE when it cannot run.
 FRAMEWORK_API BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show);
+/// What a program's WinMain calls: prepares, initialises the application object and runs it.
+FRAMEWORK_API int AfxWinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show);

@@ -11,7 +11,10 @@
 #include <tchar.h>
 #include <cstdarg>
 
-#undef GetCurrentTime // the old name of GetTickCount, in the way of CTime::GetCurrentTime
+// Old macros in the way of members of these names.
+#undef GetCurrentTime
+#undef GetNextWindow
+#undef SubclassWindow
 
 #ifdef FRAMEWORK_BUILD
 #define FRAMEWORK_API __declspec(dllexport)

@@ -1,0 +1,139 @@
+// The message handlers of CWnd itself: mostly what the window did before it had an object.
+#include "afx/CWnd.h"
+#include "afx/CWinApp.h"
+#include "afx/Controls.h"
+#include "ThreadState.h"
+
+// What controls ask of their parent goes back to the control where that has an object.
+BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
+    ON_WM_NCDESTROY()
+    ON_WM_DRAWITEM()
+    ON_WM_MEASUREITEM()
+    ON_WM_COMPAREITEM()
+    ON_WM_DELETEITEM()
+    ON_WM_CTLCOLOR()
+    ON_WM_HSCROLL()
+    ON_WM_VSCROLL()
+END_MESSAGE_MAP()
+
+void CWnd::OnNcDestroy()
+{
+    CWinApp* application = AfxGetApp();
+    const bool main = application && application->m_pMainWnd == this;
+    Default();
+    if (main)
+    {
+        application->m_pMainWnd = nullptr;
+        PostQuitMessage(0);
+    }
+    framework::State().formerProcedures.erase(m_hWnd);
+    Detach();
+    PostNcDestroy();
+}
+
+void CWnd::OnDrawItem(int, LPDRAWITEMSTRUCT item)
+{
+    if (item->CtlType == ODT_MENU || !ReflectLastMsg(item->hwndItem))
+        Default();
+}
+
+void CWnd::OnMeasureItem(int id, LPMEASUREITEMSTRUCT item)
+{
+    const HWND control = item->CtlType == ODT_MENU ? nullptr : ::GetDlgItem(m_hWnd, id);
+    if (!control || !ReflectLastMsg(control))
+        Default();
+}
+
+int CWnd::OnCompareItem(int, LPCOMPAREITEMSTRUCT item)
+{
+    LRESULT result = 0;
+    return static_cast<int>(ReflectLastMsg(item->hwndItem, &result) ? result : Default());
+}
+
+void CWnd::OnDeleteItem(int, LPDELETEITEMSTRUCT item)
+{
+    if (!ReflectLastMsg(item->hwndItem))
+        Default();
+}
+
+HBRUSH CWnd::OnCtlColor(CDC*, CWnd* control, UINT)
+{
+    LRESULT result = 0;
+    if (!control || !ReflectLastMsg(control->m_hWnd, &result))
+        result = Default();
+    return reinterpret_cast<HBRUSH>(result);
+}
+
+void CWnd::OnHScroll(UINT, UINT, CScrollBar* scrollBar)
+{
+    if (!scrollBar || !ReflectLastMsg(scrollBar->m_hWnd))
+        Default();
+}
+
+void CWnd::OnVScroll(UINT, UINT, CScrollBar* scrollBar)
+{
+    if (!scrollBar || !ReflectLastMsg(scrollBar->m_hWnd))
+        Default();
+}
+
+#define DEFAULT_HANDLER(result, name, ...)                                                                             \
+    result CWnd::name(__VA_ARGS__)                                                                                     \
+    {                                                                                                                  \
+        return static_cast<result>(Default());                                                                         \
+    }
+
+DEFAULT_HANDLER(int, OnCreate, LPCREATESTRUCT)
+DEFAULT_HANDLER(BOOL, OnNcCreate, LPCREATESTRUCT)
+DEFAULT_HANDLER(void, OnDestroy)
+DEFAULT_HANDLER(void, OnClose)
+DEFAULT_HANDLER(void, OnPaint)
+DEFAULT_HANDLER(void, OnNcPaint)
+DEFAULT_HANDLER(BOOL, OnEraseBkgnd, CDC*)
+DEFAULT_HANDLER(void, OnMouseMove, UINT, CPoint)
+DEFAULT_HANDLER(void, OnMouseHover, UINT, CPoint)
+DEFAULT_HANDLER(void, OnMouseLeave)
+DEFAULT_HANDLER(BOOL, OnMouseWheel, UINT, short, CPoint)
+DEFAULT_HANDLER(void, OnLButtonDown, UINT, CPoint)
+DEFAULT_HANDLER(void, OnLButtonUp, UINT, CPoint)
+DEFAULT_HANDLER(void, OnLButtonDblClk, UINT, CPoint)
+DEFAULT_HANDLER(void, OnRButtonDown, UINT, CPoint)
+DEFAULT_HANDLER(void, OnRButtonUp, UINT, CPoint)
+DEFAULT_HANDLER(void, OnRButtonDblClk, UINT, CPoint)
+DEFAULT_HANDLER(void, OnNcLButtonDown, UINT, CPoint)
+DEFAULT_HANDLER(void, OnNcMouseMove, UINT, CPoint)
+DEFAULT_HANDLER(int, OnMouseActivate, CWnd*, UINT, UINT)
+DEFAULT_HANDLER(void, OnCaptureChanged, CWnd*)
+DEFAULT_HANDLER(BOOL, OnSetCursor, CWnd*, UINT, UINT)
+DEFAULT_HANDLER(LRESULT, OnNcHitTest, CPoint)
+DEFAULT_HANDLER(void, OnSetFocus, CWnd*)
+DEFAULT_HANDLER(void, OnKillFocus, CWnd*)
+DEFAULT_HANDLER(void, OnKeyDown, UINT, UINT, UINT)
+DEFAULT_HANDLER(void, OnKeyUp, UINT, UINT, UINT)
+DEFAULT_HANDLER(void, OnChar, UINT, UINT, UINT)
+DEFAULT_HANDLER(void, OnSysKeyDown, UINT, UINT, UINT)
+DEFAULT_HANDLER(void, OnSysKeyUp, UINT, UINT, UINT)
+DEFAULT_HANDLER(UINT, OnGetDlgCode)
+DEFAULT_HANDLER(void, OnTimer, UINT_PTR)
+DEFAULT_HANDLER(void, OnSize, UINT, int, int)
+DEFAULT_HANDLER(void, OnMove, int, int)
+DEFAULT_HANDLER(void, OnWindowPosChanging, WINDOWPOS*)
+DEFAULT_HANDLER(void, OnWindowPosChanged, WINDOWPOS*)
+DEFAULT_HANDLER(void, OnGetMinMaxInfo, MINMAXINFO*)
+DEFAULT_HANDLER(void, OnNcCalcSize, BOOL, NCCALCSIZE_PARAMS*)
+DEFAULT_HANDLER(BOOL, OnNcActivate, BOOL)
+DEFAULT_HANDLER(void, OnEnable, BOOL)
+DEFAULT_HANDLER(void, OnShowWindow, BOOL, UINT)
+DEFAULT_HANDLER(void, OnActivate, UINT, CWnd*, BOOL)
+DEFAULT_HANDLER(void, OnActivateApp, BOOL, DWORD)
+DEFAULT_HANDLER(void, OnCancelMode)
+DEFAULT_HANDLER(void, OnSysColorChange)
+DEFAULT_HANDLER(void, OnSettingChange, UINT, LPCSTR)
+DEFAULT_HANDLER(void, OnPaletteChanged, CWnd*)
+DEFAULT_HANDLER(BOOL, OnQueryNewPalette)
+DEFAULT_HANDLER(void, OnParentNotify, UINT, LPARAM)
+DEFAULT_HANDLER(void, OnSysCommand, UINT, LPARAM)
+DEFAULT_HANDLER(void, OnContextMenu, CWnd*, CPoint)
+DEFAULT_HANDLER(BOOL, OnHelpInfo, HELPINFO*)
+DEFAULT_HANDLER(BOOL, OnCopyData, CWnd*, COPYDATASTRUCT*)
+DEFAULT_HANDLER(BOOL, OnQueryEndSession)
+#undef DEFAULT_HANDLER
