@@ -5,6 +5,7 @@
 #include "diag/internal/StructureDump.h"
 #include "diag/internal/TraceText.h"
 #include "settings/TvkProduct.h"
+#include "settings/internal/JoinedText.h"
 #include "system/internal/Handle.h"
 #include <algorithm>
 #include <array>
@@ -50,7 +51,7 @@ class KeepLastError
 
 CSpy::CSpy() : m_bWriteToFile(FALSE), m_bMessageBox(FALSE), m_bDebugOutput(FALSE), m_bEnabled(FALSE), m_bFileOpen(FALSE)
 {
-    m_strLogPath = "c:\\" + TvkProduct::GetProductPrefix() + "gui.log";
+    m_strLogPath = tvk::Joined({"c:\\", tvk::View(TvkProduct::GetProductPrefix()), "gui.log"});
     GetSpySetting();
 }
 

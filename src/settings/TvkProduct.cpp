@@ -4,13 +4,13 @@
 #include "settings/TvkIniFile.h"
 #include "settings/internal/Directories.h"
 #include "settings/internal/DriverLanguage.h"
+#include "settings/internal/JoinedText.h"
 #include "settings/internal/RawResource.h"
 #include "settings/internal/ResourceHandleScope.h"
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdlib>
-#include <initializer_list>
 #include <iterator>
 #include <string_view>
 
@@ -62,25 +62,6 @@ CString Decimal(unsigned long number)
     char digits[10];
     const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
     return CString(digits, static_cast<int>(end - digits));
-}
-
-/// The parts in one text, with one allocation: every look-up makes such a record.
-CString Joined(std::initializer_list<std::string_view> parts)
-{
-    size_t length = 0;
-    for (const std::string_view part : parts)
-        length += part.size();
-    CString text;
-    char* end = text.GetBuffer(static_cast<int>(length));
-    for (const std::string_view part : parts)
-        end = std::copy(part.begin(), part.end(), end);
-    text.ReleaseBuffer(static_cast<int>(length));
-    return text;
-}
-
-std::string_view View(const CString& text)
-{
-    return {static_cast<LPCSTR>(text), static_cast<size_t>(text.GetLength())};
 }
 } // namespace
 
@@ -394,12 +375,12 @@ BOOL TvkProduct::TranslateDefaultCartID()
 bool TvkProduct::CheckForOverride()
 {
     const CString key = m_strKey;
-    m_strKey = Joined({View(key), "_OVERRIDE"});
+    m_strKey = tvk::Joined({tvk::View(key), "_OVERRIDE"});
     const bool found = LoadResourceSetting();
     if (found)
     {
         m_dwConfigItem = ConvertSetting();
-        Trace(Joined({"Override", Arrow, View(m_strKey), Arrow, View(Decimal(m_dwConfigItem))}));
+        Trace(tvk::Joined({"Override", Arrow, tvk::View(m_strKey), Arrow, tvk::View(Decimal(m_dwConfigItem))}));
     }
     m_strKey = key;
     return found;
@@ -490,6 +471,8 @@ CString TvkProduct::TranslateResourceValue(CString value, CString token)
 
 void TvkProduct::TraceSetting(const CString& key, const CString& value) const
 {
-    const std::string_view source = m_bFromConfigDLL ? "CFG DLL" : m_bPreloaded ? "Preload" : View(m_strCurrentDLL);
-    Trace(Joined({source, Arrow, View(key), Arrow, View(value)}));
+    const std::string_view source = m_bFromConfigDLL ? "CFG DLL"
+                                    : m_bPreloaded   ? "Preload"
+                                                     : tvk::View(m_strCurrentDLL);
+    Trace(tvk::Joined({source, Arrow, tvk::View(key), Arrow, tvk::View(value)}));
 }
