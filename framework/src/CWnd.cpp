@@ -409,17 +409,15 @@ int CWnd::RunModalLoop(DWORD flags)
     MSG message;
     while (m_modal && ContinueModal())
     {
-        if (!::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE))
+        // A timer that is always due must not keep the window from showing.
+        if (show && !HIWORD(::GetQueueStatus(QS_POSTMESSAGE | QS_INPUT | QS_SENDMESSAGE)))
         {
-            if (show)
-            {
-                ShowWindow(SW_SHOWNORMAL);
-                UpdateWindow();
-                show = false;
-            }
-            if (!(flags & MLF_NOIDLEMSG) && owner)
-                ::SendMessageA(owner, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(m_hWnd));
+            ShowWindow(SW_SHOWNORMAL);
+            UpdateWindow();
+            show = false;
         }
+        if (!(flags & MLF_NOIDLEMSG) && owner && !::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE))
+            ::SendMessageA(owner, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(m_hWnd));
         if (!framework::PumpMessage())
         {
             PostQuitMessage(static_cast<int>(State().pumped.wParam)); // for the loop that this one runs in

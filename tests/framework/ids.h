@@ -1,0 +1,17 @@
+#define IDS_SHARED 100
+#define IDS_ONLY_SECOND 300
+#define IDS_LONG 101
+#define IDS_FORMAT 102
+#define IDS_ACCENTED 103
+#define IDD_MODAL 200
+#define IDD_PLAIN 201
+#define IDC_TEXT 1001
+#define IDC_NUMBER 1002
+#define IDC_CHECK 1003
+#define IDC_RADIO1 1004
+#define IDC_RADIO2 1005
+#define IDC_RADIO3 1006
+#define IDC_COMBO 1007
+#define IDC_LIST 1008
+#define IDC_OWNER 1009
+#define IDB_DOT 400
