@@ -24,26 +24,28 @@ CString NoProtocol()
     return CString('\xFF', 1);
 }
 
-/// What the first call's result means. A text for whoever looks at the failing frame in a debugger: it goes nowhere.
-CString DescribeFirstCall(DWORD result)
+/// What is expected of one of a question's two calls, and the words for what came of it.
+struct Call
 {
-    if (result == ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE)
-        return "Buffer size returned ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE";
-    CString text("BufferSize should have returned error_config_insufficient_buffer_size.\n");
-    text += result < ResultNames.size() ? CString("Instead returned: ") + ResultNames[result]
-                                        : CString("Instead returned unknown error");
-    return text;
-}
+    DWORD expected;
+    const char* met;
+    const char* missed;
+    const char* instead;
+};
+constexpr Call FirstCall{
+    ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE, "Buffer size returned ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE",
+    "BufferSize should have returned error_config_insufficient_buffer_size.\n", "Instead returned: "};
+constexpr Call SecondCall{ERROR_CONFIG_SUCCESS, "Data returned ERROR_CONFIG_SUCCESS",
+                          "Data should have returned error_config_success.\n", "Instead returned "};
 
-/// The same for the second call.
-CString DescribeSecondCall(DWORD result)
+/// What a call's result means. A text for whoever looks at the failing frame in a debugger: it goes nowhere.
+CString Describe(const Call& call, DWORD result)
 {
-    if (result == ERROR_CONFIG_SUCCESS)
-        return "Data returned ERROR_CONFIG_SUCCESS";
-    CString text("Data should have returned error_config_success.\n");
-    text += result < ResultNames.size() ? CString("Instead returned ") + ResultNames[result]
-                                        : CString("Instead returned unknown error");
-    return text;
+    if (result == call.expected)
+        return call.met;
+    const CString missed(call.missed);
+    return result < ResultNames.size() ? missed + call.instead + ResultNames[result]
+                                       : missed + "Instead returned unknown error";
 }
 } // namespace
 
@@ -109,11 +111,11 @@ bool SystemConfigDLL::Ask(unsigned long item, void* firstBuffer, void* buffer)
 {
     m_dwItem = item;
     m_dwLastResult = m_pfnGetConfigData(m_dwReserved1, item, m_dwReserved2, firstBuffer, &m_dwSize);
-    [[maybe_unused]] CString description = DescribeFirstCall(m_dwLastResult);
+    [[maybe_unused]] CString description = Describe(FirstCall, m_dwLastResult);
     if (m_dwLastResult != ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE)
         return false; // success without having told the size is a failure too
     m_dwLastResult = m_pfnGetConfigData(m_dwReserved1, m_dwItem, m_dwReserved2, buffer, &m_dwSize);
-    description = DescribeSecondCall(m_dwLastResult);
+    description = Describe(SecondCall, m_dwLastResult);
     return m_dwLastResult == ERROR_CONFIG_SUCCESS;
 }
 

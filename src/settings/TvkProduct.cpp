@@ -98,22 +98,8 @@ CString TvkProduct::GetSetting(const char* key, CString& value)
 {
     const CString askedKey(key); // a copy: the caller's key may lie in the text that is emptied
     value.Empty();
-    m_strKey = askedKey;
-    TranslateSetting();
-    if (PreloadSetting())
-        m_bPreloaded = TRUE;
-    if (UseSystemConfigDLL(value))
-    {
-        // Cleared on either way, so that the record never names the preload as the source.
-        m_bPreloaded = FALSE;
-        m_bFromConfigDLL = TRUE;
-    }
-    else
-    {
-        m_bPreloaded = FALSE;
-        m_bFromConfigDLL = FALSE;
+    if (!AskConfigDLLFirst(askedKey, value))
         value = LoadResourceSetting() ? SettingText() : CString(MissingText);
-    }
     value = TranslateResourceValue(value);
     TraceSetting(askedKey, value);
     return value;
@@ -123,29 +109,28 @@ unsigned long TvkProduct::GetSetting(const char* key, unsigned long& value)
 {
     const CString askedKey(key);
     value = 0;
-    CString traced;
-    m_strKey = askedKey;
+    bool found = AskConfigDLLFirst(askedKey, value);
+    if (!found && LoadResourceSetting())
+    {
+        value = ConvertSetting();
+        found = true;
+    }
+    TraceSetting(askedKey, found ? Decimal(value) : CString());
+    return value;
+}
+
+/// The beginning of every look-up: rewrites the key and asks the configuration library.
+template <class Value>
+bool TvkProduct::AskConfigDLLFirst(const CString& key, Value& value)
+{
+    m_strKey = key;
     TranslateSetting();
     if (PreloadSetting())
         m_bPreloaded = TRUE;
-    if (UseSystemConfigDLL(value))
-    {
-        m_bPreloaded = FALSE;
-        m_bFromConfigDLL = TRUE;
-        traced = Decimal(value);
-    }
-    else
-    {
-        m_bPreloaded = FALSE;
-        m_bFromConfigDLL = FALSE;
-        if (LoadResourceSetting())
-        {
-            value = ConvertSetting();
-            traced = Decimal(value);
-        }
-    }
-    TraceSetting(askedKey, traced);
-    return value;
+    m_bFromConfigDLL = UseSystemConfigDLL(value);
+    // By design a preloaded cartridge is not named as the source: its value, too, comes from one of the libraries.
+    m_bPreloaded = FALSE;
+    return m_bFromConfigDLL;
 }
 
 int TvkProduct::CompareSetting(const char* key, CString expected)

@@ -105,6 +105,8 @@ class AFX_EXT_CLASS TvkProduct : public CObject
     CString TranslateResourceValue(CString value, CString token);
     static CString ExtractProductPrefixFromHINST(HINSTANCE instance);
 
+    template <class Value>
+    bool AskConfigDLLFirst(const CString& key, Value& value);
     bool FindConfigItem();
     void RememberLoadedDLL();
     bool HasLoaded(HMODULE module) const;
