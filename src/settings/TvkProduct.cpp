@@ -432,10 +432,12 @@ unsigned long TvkProduct::TranslateConfigDLLReturnValue(unsigned long value)
 
 CString TvkProduct::TranslateResourceValue(CString value)
 {
+    if (value.Find('~') < 0) // as nearly always, and this answers it in no time
+        return value;
     const CString key = m_strKey;
     for (const Token& token : Tokens)
     {
-        if (value.Find(token.token) < 0) // as nearly always: nothing is asked, and nothing allocated
+        if (value.Find(token.token) < 0)
             continue;
         m_strKey = token.key;
         value = TranslateResourceValue(value, token.token);
