@@ -64,8 +64,8 @@ class AFX_EXT_CLASS CSpy
     /// @param comment  free text
     /// @param numbered puts "GT #<number>: " in front of the comment
     void OutputData(const char* label, int type, CBitmap* bitmap, CString comment, bool numbered);
-    /// The same for a rectangle of a device context, in its logical units. A rectangle that cannot be copied sends
-    /// nothing and takes no number.
+    /// The same for a rectangle of a device context: (x, y) is its top left corner. A rectangle that cannot be copied
+    /// sends nothing and takes no number.
     void OutputData(const char* label, int type, CDC* dc, int x, int y, int cx, int cy, CString comment, bool numbered);
 
   protected:
