@@ -82,7 +82,7 @@ TEST(TraceConcurrency, AStoppedProcessDoesNotFreezeTheOthers)
     };
     const ULONGLONG slow = writeRecords();
     EXPECT_GE(slow, 400u) << "the stopped process does not hold the lock: this test shows nothing";
-    EXPECT_LT(slow, 4000u);
+    EXPECT_LT(slow, 15000u) << "a long wait for every record would take a minute and a half";
     EXPECT_EQ(world.Records().size(), std::size_t{Records});
 
     TerminateProcess(stopped.hProcess, 1);
