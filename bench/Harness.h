@@ -16,6 +16,17 @@ struct Contender
     std::function<void(int count)> run;
 };
 
+/// A contender that does a job of one call.
+template <class F>
+Contender Repeated(const char* name, F job)
+{
+    return {name, [job](int count)
+            {
+                for (int i = 0; i < count; ++i)
+                    job();
+            }};
+}
+
 /// What a ratio is held against.
 enum class Goal
 {
