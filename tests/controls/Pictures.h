@@ -18,6 +18,8 @@ class Picture
     void Set(int x, int y, bool hole) { m_pixels[static_cast<size_t>(y * m_width + x)] = hole ? 0 : 1; }
     /// The key that makes the holes transparent: the hole's colour with red and blue exchanged.
     COLORREF Key() const;
+    /// The same holes in another colour.
+    void SetHoleColour(COLORREF colour) { m_colours[0] = colour; }
     /// Makes the palette black and white, black being the hole.
     void MakeBlackAndWhite();
 

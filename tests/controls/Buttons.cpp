@@ -1,0 +1,512 @@
+// Bitmap buttons: faces, mouse, keyboard, captions, places.
+#include "Pictures.h"
+#include "controls/CGUIButton.h"
+#include "controls/COwnButton.h"
+#include "support/IatPatch.h"
+#include "support/TestProduct.h"
+#include <gtest/gtest.h>
+#include <functional>
+#include <map>
+
+namespace
+{
+constexpr UINT Button = 100;
+constexpr int Width = 60;
+constexpr int Height = 24;
+constexpr int Left = 20;
+constexpr int Top = 10;
+constexpr COLORREF Green = 0x00FF00;
+constexpr COLORREF Paper = RGB(250, 240, 200);
+const CPoint Inside(Width / 2, Height / 2);
+const CPoint Corner(0, 0); ///< within the window, outside the shape
+
+enum FaceId : UINT
+{
+    Normal = 1,
+    Hover,
+    Pressed,
+    Disabled,
+    BlueKeyed
+};
+
+/// A face of one colour with a hole of two pixels all around.
+Picture MakeFace(FaceId id, COLORREF hole)
+{
+    Picture face(Width, Height, 24, 40 + id);
+    face.SetHoleColour(hole);
+    for (int y = 0; y < Height; ++y)
+        for (int x = 0; x < Width; ++x)
+            face.Set(x, y, x < 2 || y < 2 || x >= Width - 2 || y >= Height - 2);
+    return face;
+}
+
+/// A dialog's part: paints paper, then the button, and counts its clicks.
+class Host : public CWnd
+{
+  public:
+    int clicks = 0;
+    CGUIButton* painted = nullptr;
+
+  protected:
+    afx_msg void OnPaint()
+    {
+        CPaintDC context(this);
+        if (painted)
+            painted->DrawButton(&context);
+    }
+    afx_msg BOOL OnEraseBkgnd(CDC* context)
+    {
+        CRect client;
+        GetClientRect(&client);
+        context->FillSolidRect(&client, Paper);
+        return TRUE;
+    }
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
+    {
+        clicks += LOWORD(wParam) == Button && HIWORD(wParam) == BN_CLICKED;
+        return CWnd::OnCommand(wParam, lParam);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Host, CWnd)
+    ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
+END_MESSAGE_MAP()
+
+/// What the tests may look at besides the outside.
+template <class Base>
+class Opened : public Base
+{
+  public:
+    using Base::m_bCaptured;
+    using Base::m_bToggle;
+    using Base::m_rcButton;
+};
+
+template <class Kind>
+class ButtonWorld : public testing::Test
+{
+  protected:
+    explicit ButtonWorld(DWORD exStyle = 0) : m_formerModule(AfxGetResourceHandle())
+    {
+        AfxSetResourceHandle(m_library.Module());
+        m_host.CreateEx(exStyle, AfxRegisterWndClass(0), "host", WS_POPUP | WS_VISIBLE, 50, 60, 200, 80, nullptr,
+                        nullptr);
+        CreateWindowExA(0, "BUTTON", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, Left, Top, Width, Height, m_host.m_hWnd,
+                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(Button)), nullptr, nullptr);
+        m_button.SubclassDlgItem(Button, &m_host);
+        Pump();
+    }
+    ~ButtonWorld() override
+    {
+        m_host.DestroyWindow();
+        AfxSetResourceHandle(m_formerModule);
+    }
+
+    static void Pump(DWORD milliseconds = 0)
+    {
+        const DWORD end = GetTickCount() + milliseconds;
+        do
+        {
+            MSG message;
+            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+                if (!IsDialogMessageA(GetActiveWindow(), &message))
+                {
+                    TranslateMessage(&message);
+                    DispatchMessageA(&message);
+                }
+            if (milliseconds)
+                Sleep(5);
+        } while (GetTickCount() < end);
+    }
+
+    COLORREF ColourOf(FaceId id) const { return m_faces.at(id).At(Width / 2, Height / 2); }
+
+    /// The face that DrawButton shows now: a letter; its holes show the surface.
+    std::string Shown()
+    {
+        Surface surface(200, 80, 1);
+        const auto before = surface.Pixels();
+        m_button.DrawButton(CDC::FromHandle(surface.Context()));
+        EXPECT_EQ(GetPixel(surface.Context(), Left, Top), before[static_cast<size_t>(Top * 200 + Left)]);
+        return Letter(GetPixel(surface.Context(), Left + 4, Top + 4));
+    }
+    std::string Letter(COLORREF colour) const
+    {
+        for (const auto& [id, letter] : {std::pair(Normal, "N"), {Hover, "H"}, {Pressed, "P"}, {Disabled, "D"}})
+            if (colour == ColourOf(id))
+                return letter;
+        return "?";
+    }
+    /// What stands on the screen.
+    COLORREF OnScreen(int x, int y)
+    {
+        Pump(30);
+        const HDC context = GetDC(nullptr);
+        const COLORREF colour = GetPixel(context, 50 + x, 60 + y);
+        ReleaseDC(nullptr, context);
+        return colour;
+    }
+
+    const std::map<FaceId, Picture> m_faces = {{Normal, MakeFace(Normal, Green)},
+                                               {Hover, MakeFace(Hover, Green)},
+                                               {Pressed, MakeFace(Pressed, Green)},
+                                               {Disabled, MakeFace(Disabled, Green)},
+                                               {BlueKeyed, MakeFace(Normal, RGB(0, 0, 255))}};
+    const PictureLibrary m_library{{{Normal, m_faces.at(Normal).Dib()},
+                                    {Hover, m_faces.at(Hover).Dib()},
+                                    {Pressed, m_faces.at(Pressed).Dib()},
+                                    {Disabled, m_faces.at(Disabled).Dib()},
+                                    {BlueKeyed, m_faces.at(BlueKeyed).Dib()}}};
+    const HINSTANCE m_formerModule;
+    Host m_host;
+    Opened<Kind> m_button;
+};
+
+class Buttons : public ButtonWorld<CGUIButton>
+{
+  public:
+    /// Plays events and writes after each what is shown, an underscore for a mouse in captivity, and new clicks.
+    std::string Play(const std::string& events)
+    {
+        const std::map<char, std::function<void()>> players = {
+            {'i', [&] { Mouse(WM_MOUSEMOVE, Inside); }},     {'o', [&] { Mouse(WM_MOUSEMOVE, Corner); }},
+            {'d', [&] { Mouse(WM_LBUTTONDOWN, Inside); }},   {'D', [&] { Mouse(WM_LBUTTONDOWN, Corner); }},
+            {'2', [&] { Mouse(WM_LBUTTONDBLCLK, Inside); }}, {'u', [&] { Mouse(WM_LBUTTONUP, Inside); }},
+            {'U', [&] { Mouse(WM_LBUTTONUP, Corner); }},     {'c', [&] { ReleaseCapture(); }},
+        };
+        std::string seen;
+        for (const char event : events)
+        {
+            const int before = m_host.clicks;
+            players.at(event)();
+            EXPECT_EQ(GetCapture() == m_button.m_hWnd, m_button.m_bCaptured != 0 || event == 'D') << events;
+            seen += Shown() + (GetCapture() == m_button.m_hWnd ? "_" : "") +
+                    std::string(static_cast<size_t>(m_host.clicks - before), '!') + " ";
+        }
+        return seen;
+    }
+    void Mouse(UINT message, CPoint point) { m_button.SendMessage(message, 0, MAKELPARAM(point.x, point.y)); }
+};
+
+TEST_F(Buttons, ShowTheFaceOfTheirState)
+{
+    const struct
+    {
+        const char* name;
+        std::function<int()> initialize;
+        const char* events;
+        const char* seen;
+    } rows[] = {
+        {"one face", [&] { return m_button.Initialize(Normal, Green); }, "iduDUdoUdoiu2u",
+         "N N_ N! N_ N! N_ N_ N! N_ N_ N_ N! N_ N! "},
+        {"two faces", [&] { return m_button.Initialize(HINSTANCE{}, Normal, Pressed, 0, 0); }, "iduDUdoUdoiudc",
+         "N P_ N! N_ N P_ N_ N P_ N_ P_ N! P_ N "},
+        {"two faces of a module", [&] { return m_button.Initialize(m_library.Module(), Normal, Pressed, 0, 0); }, "du",
+         "P_ N! "},
+        {"two faces, no module", [&] { return m_button.Initialize(Normal, Pressed, Green, 0u); }, "du", "P_ N! "},
+        {"three faces", [&] { return m_button.Initialize(Normal, Hover, Pressed, Green, 0); }, "oioidoUiduiic",
+         "N H_ N H_ P_ N N H_ P_ N! H_ H_ N "},
+        {"three faces, keyed apart", [&] { return m_button.Initialize(BlueKeyed, Hover, Pressed, RGB(255, 0, 0), 0); },
+         "id", "H_ P_ "},
+    };
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.initialize(), 1);
+        EXPECT_EQ(Play(row.events), row.seen);
+        ReleaseCapture();
+        Mouse(WM_MOUSEMOVE, Corner);
+    }
+}
+
+TEST_F(Buttons, RepaintTheirPlaceInTheParentWhenTheFaceChanges)
+{
+    m_button.Initialize(Normal, Hover, Pressed, Green, 0);
+    for (const char* event : {"i", "d", "u", "i", "o"})
+    {
+        m_host.ValidateRect(nullptr);
+        const int toggle = m_button.m_bToggle;
+        Play(event);
+        CRect dirty;
+        EXPECT_TRUE(m_host.GetUpdateRect(&dirty)) << event;
+        EXPECT_EQ(dirty, CRect(Left, Top, Left + Width, Top + Height)) << event;
+        EXPECT_EQ(m_button.m_bToggle != toggle, std::string("duo").find(event) != std::string::npos) << event;
+    }
+}
+
+TEST_F(Buttons, ShowThatTheyAreDisabled)
+{
+    m_button.Initialize(Normal, Green);
+    m_button.EnableWindow(FALSE);
+    EXPECT_EQ(Shown(), "N") << "no such face";
+    EXPECT_EQ(m_button.SetDisabledBitmap(Disabled, Green), 1);
+    EXPECT_EQ(Shown(), "D");
+    m_button.EnableWindow();
+    EXPECT_EQ(Shown(), "N");
+    m_button.ShowWindow(SW_HIDE);
+    EXPECT_EQ(Shown(), "?") << "hidden, nothing is drawn";
+    m_button.ShowWindow(SW_SHOW);
+
+    // While the parent paints, the last notice decides; a new initialisation takes the disabled face away.
+    m_host.painted = &m_button;
+    for (const bool save : {false, true})
+    {
+        if (save)
+            m_button.SetSaveBmp();
+        m_button.Initialize(Normal, Green);
+        m_button.EnableWindow(FALSE);
+        EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
+        m_button.SetDisabledBitmap(Disabled, Green);
+        m_host.Invalidate();
+        EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "D");
+        EXPECT_EQ(OnScreen(Left, Top), Paper) << "the parent's background shows through";
+        m_button.EnableWindow();
+        m_host.Invalidate();
+        OnScreen(0, 0);
+        m_host.Invalidate();
+        EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
+    }
+}
+
+TEST_F(Buttons, DrawTheCaptionInTheColourOfTheirState)
+{
+    m_button.SetWindowText("OK");
+    const struct
+    {
+        COLORREF given;
+        bool enabled;
+        COLORREF expected;
+    } rows[] = {{RGB(1, 2, 3), true, RGB(1, 2, 3)},
+                {0, true, GetSysColor(COLOR_BTNTEXT)},
+                {RGB(1, 2, 3), false, GetSysColor(COLOR_GRAYTEXT)}};
+    for (const auto& row : rows)
+    {
+        Surface surface(200, 80, 1);
+        m_button.Initialize(Normal, Hover, Pressed, Green, row.given);
+        m_button.EnableWindow(row.enabled);
+        SetBkMode(surface.Context(), OPAQUE);
+        m_button.DrawButton(CDC::FromHandle(surface.Context()));
+        EXPECT_EQ(GetTextColor(surface.Context()), row.expected);
+        EXPECT_EQ(GetBkMode(surface.Context()), OPAQUE);
+        EXPECT_EQ(GetCurrentObject(surface.Context(), OBJ_FONT), GetStockObject(DEFAULT_GUI_FONT));
+        EXPECT_EQ(GetCurrentObject(surface.Context(), OBJ_PEN), GetStockObject(BLACK_PEN));
+    }
+}
+
+/// What DrawFocusRect and DrawText were asked for.
+RECT focusRect, textRect;
+UINT textFormat;
+LOGFONTA textFont;
+BOOL WINAPI NoteFocusRect(HDC, const RECT* rect)
+{
+    focusRect = *rect;
+    return TRUE;
+}
+int(WINAPI* drawText)(HDC, LPCSTR, int, LPRECT, UINT);
+int WINAPI NoteText(HDC context, LPCSTR text, int count, LPRECT rect, UINT format)
+{
+    if (!(format & DT_CALCRECT))
+    {
+        textRect = *rect;
+        textFormat = format;
+        GetObjectA(GetCurrentObject(context, OBJ_FONT), sizeof textFont, &textFont);
+    }
+    return drawText(context, text, count, rect, format);
+}
+
+TEST_F(Buttons, PutCaptionAndFocusWhereTheyBelong)
+{
+    const IatPatch focus(LibraryUnderTest(), "DrawFocusRect", &NoteFocusRect);
+    const IatPatch text(LibraryUnderTest(), "DrawTextA", &NoteText);
+    drawText = text.Original<decltype(drawText)>();
+    m_button.Initialize(Normal, Pressed, Green, 0u);
+    EXPECT_EQ(m_button.GetTextRect(), CRect(Left, Top, Left + Width, Top + Height));
+    CRect given(31, 12, 76, 33);
+    m_button.SetTextRect(given);
+    m_button.SetTextBold();
+    m_button.SetTextUnderline();
+    m_button.SetTextSize(11);
+    Surface surface(200, 80, 1);
+    const CPoint centre((31 + 76) / 2, (12 + 33) / 2);
+    for (const char* caption : {"", "Wi"})
+        for (const bool pressed : {false, true})
+        {
+            SCOPED_TRACE(testing::Message() << '"' << caption << "\", pressed " << pressed);
+            const POINT moved = {pressed ? 2 : 0, pressed ? 2 : 0};
+            m_button.SetWindowText(caption);
+            m_button.SetFocus();
+            Pump();
+            Mouse(pressed ? WM_LBUTTONDOWN : WM_LBUTTONUP, Inside);
+            focusRect = {};
+            m_button.DrawButton(CDC::FromHandle(surface.Context()));
+            EXPECT_EQ(CRect(textRect), given + moved);
+            EXPECT_EQ(textFormat, UINT{DT_CENTER | DT_VCENTER | DT_SINGLELINE});
+            EXPECT_EQ(textFont.lfWeight, FW_BOLD);
+            EXPECT_TRUE(textFont.lfUnderline);
+            EXPECT_EQ(textFont.lfHeight, -MulDiv(11, GetDeviceCaps(surface.Context(), LOGPIXELSY), 72));
+            CRect expected(given.left + 1, given.top + 1, given.right - 2, given.bottom - 2);
+            if (*caption)
+            {
+                const HFONT font = CreateFontIndirectA(&textFont);
+                const HGDIOBJ former = SelectObject(surface.Context(), font);
+                SIZE extent;
+                GetTextExtentPoint32A(surface.Context(), caption, 2, &extent);
+                SelectObject(surface.Context(), former);
+                DeleteObject(font);
+                expected.SetRect(centre.x - extent.cx / 2 - 1, centre.y - extent.cy / 2 - 1,
+                                 centre.x + extent.cx / 2 + 2, centre.y + extent.cy / 2 + 2);
+            }
+            EXPECT_EQ(CRect(focusRect), expected + moved);
+        }
+    Mouse(WM_LBUTTONUP, Inside);
+    m_button.ModifyStyle(WS_TABSTOP, 0);
+    focusRect = {};
+    m_button.DrawButton(CDC::FromHandle(surface.Context()));
+    EXPECT_EQ(CRect(focusRect), CRect()) << "not reached by Tab";
+    m_button.ModifyStyle(0, WS_TABSTOP);
+    m_host.SetFocus();
+    Pump();
+    m_button.DrawButton(CDC::FromHandle(surface.Context()));
+    EXPECT_EQ(CRect(focusRect), CRect()) << "no focus";
+}
+
+TEST_F(Buttons, KnowTheirShapeAndPlace)
+{
+    m_button.Initialize(Normal, Green);
+    for (const auto& [x, y, hit] : {std::tuple(Left, Top, false),
+                                    {Left + 2, Top + 2, true},
+                                    {2, 2, false},
+                                    {Left + Width - 3, Top + Height - 3, true},
+                                    {Left + Width - 2, Top + 5, false}})
+        EXPECT_EQ(m_button.HitTest(CPoint(x, y)) != 0, hit) << x << ", " << y;
+    EXPECT_EQ(m_button.GetStyle() & 0x0F, DWORD{BS_OWNERDRAW});
+
+    EXPECT_EQ(m_button.InitializeNoStretch(Normal, Hover, Pressed, Green, 0), 1);
+    EXPECT_EQ(m_button.m_rcButton, CRect(50 + Left, 60 + Top, 50 + Left + Width, 60 + Top + Height) - CPoint(3, 22));
+    EXPECT_EQ(m_button.GetTextRect(), m_button.m_rcButton);
+    EXPECT_EQ(m_button.GetStyle() & 0x5000008B, DWORD{0x5000008B});
+
+    m_button.MoveWindow(1, 2, Width * 2, Height * 2);
+    EXPECT_EQ(m_button.InitializeNoStretch(Normal, Green), 1);
+    EXPECT_EQ(m_button.m_rcButton, CRect(50 + Left, 60 + Top, 50 + Left + Width, 60 + Top + Height) - CPoint(3, 22))
+        << "not refreshed";
+    EXPECT_EQ(m_button.Initialize(Normal, Green), 1);
+    EXPECT_EQ(m_button.m_rcButton, CRect(1, 2, 1 + Width * 2, 2 + Height * 2));
+    EXPECT_TRUE(m_button.HitTest(CPoint(1 + Width * 2 - 8, 2 + Height)));
+
+    Opened<CGUIButton> fresh;
+    EXPECT_EQ(fresh.m_rcButton, CRect(0, 0, 0, 0));
+    EXPECT_EQ(m_button.Initialize(77, Green), 0) << "no such bitmap";
+    EXPECT_FALSE(m_button.HitTest(CPoint(Left + 5, Top + 5)));
+    EXPECT_EQ(Play("du").substr(0, 1), "?");
+}
+
+class MirroredButtons : public ButtonWorld<CGUIButton>
+{
+  protected:
+    MirroredButtons() : ButtonWorld(WS_EX_LAYOUTRTL) {}
+};
+
+TEST_F(MirroredButtons, LieWhereTheParentSeesThem)
+{
+    m_button.Initialize(Normal, Hover, Pressed, Green, 0);
+    EXPECT_EQ(m_button.m_rcButton, CRect(Left, Top, Left + Width, Top + Height));
+    m_host.painted = &m_button;
+    m_host.Invalidate();
+    EXPECT_EQ(Letter(OnScreen(200 - 1 - (Left + 4), Top + 4)), "N");
+    EXPECT_EQ(OnScreen(Left + 4, Top + 4), Paper);
+    EXPECT_EQ(OnScreen(200 - 1 - Left, Top), Paper);
+    EXPECT_TRUE(m_button.HitTest(CPoint(Left + 4, Top + 4)));
+}
+
+TEST_F(Buttons, AnswerRealMouseAndKeyboard)
+{
+    m_button.Initialize(Normal, Hover, Pressed, Green, 0);
+    m_button.EnableCursorMorph(5);
+    m_host.painted = &m_button;
+    SetForegroundWindow(m_host.m_hWnd);
+    const auto mouse = [&](DWORD flags)
+    {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flags;
+        SendInput(1, &input, sizeof input);
+        Pump(150);
+    };
+    const auto key = [&](WORD code)
+    {
+        INPUT inputs[2] = {};
+        for (INPUT& input : inputs)
+        {
+            input.type = INPUT_KEYBOARD;
+            input.ki.wVk = code;
+        }
+        inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
+        SendInput(2, inputs, sizeof inputs[0]);
+        Pump(150);
+    };
+    SetCursorPos(5, 5);
+    Pump(150);
+    SetCursorPos(50 + Left + 10, 60 + Top + 10);
+    Pump(150);
+    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "H");
+    EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_HAND));
+    mouse(MOUSEEVENTF_LEFTDOWN);
+    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "P");
+    mouse(MOUSEEVENTF_LEFTUP);
+    EXPECT_EQ(m_host.clicks, 1);
+    SetCursorPos(5, 5);
+    Pump(150);
+    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
+
+    SetFocus(m_host.m_hWnd);
+    key(VK_TAB);
+    EXPECT_EQ(GetFocus(), m_button.m_hWnd);
+    key(VK_SPACE);
+    EXPECT_EQ(m_host.clicks, 2);
+    key(VK_RETURN);
+    EXPECT_EQ(m_host.clicks, 3);
+}
+
+TEST_F(Buttons, LeaveNoObjectBehind)
+{
+    Surface surface(200, 80, 1);
+    const auto rounds = [&](int count)
+    {
+        for (int i = 0; i < count; ++i)
+        {
+            if (i % 2)
+                m_button.Initialize(Normal, Hover, Pressed, Green, 0);
+            else
+                m_button.InitializeNoStretch(Normal, Green);
+            m_button.SetDisabledBitmap(Disabled, Green);
+            m_button.SetTextSize(8 + i % 3);
+            m_button.DrawButton(CDC::FromHandle(surface.Context()));
+            CGUIButton other;
+        }
+        return CountDrawingObjects();
+    };
+    const int early = rounds(12);
+    EXPECT_EQ(rounds(996), early);
+}
+
+class OwnButtons : public ButtonWorld<COwnButton>
+{
+};
+
+TEST_F(OwnButtons, PaintThemselvesOverTheParentsBackground)
+{
+    m_host.ModifyStyle(0, WS_CLIPCHILDREN);
+    m_button.Initialize(Normal, Hover, Pressed, Green, 0);
+    m_button.SetDisabledBitmap(Disabled, Green);
+    m_button.Invalidate();
+    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
+    EXPECT_EQ(OnScreen(Left, Top), Paper);
+    m_button.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "H");
+    m_button.EnableWindow(FALSE);
+    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "D");
+}
+} // namespace
