@@ -334,10 +334,14 @@ void CGUIButton::OnLButtonDown(UINT nFlags, CPoint point)
     CStatic::OnLButtonDown(nFlags, point);
 }
 
-/// The second of two quick clicks is a click like any other.
+/// The system only tells the parent of an owner-drawn button that it was double-clicked (BN_DOUBLECLICKED). The second
+/// of two quick clicks is a click like any other, too.
 void CGUIButton::OnLButtonDblClk(UINT nFlags, CPoint point)
 {
-    OnLButtonDown(nFlags, point);
+    const HWND window = m_hWnd;
+    CStatic::OnLButtonDblClk(nFlags, point);
+    if (::IsWindow(window))
+        ::SendMessageA(window, WM_LBUTTONDOWN, nFlags, MAKELPARAM(point.x, point.y));
 }
 
 void CGUIButton::OnMouseMove(UINT nFlags, CPoint point)

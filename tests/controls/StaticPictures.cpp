@@ -39,8 +39,9 @@ TEST_P(StaticPictures, ShowThePictureOverTheParentsBackground)
     const Picture first(25, 20, 24, 1), second(30, 30, 8, 2);
     const PictureLibrary library({{1, first.Dib()}, {2, second.Dib()}});
     Host host;
-    host.CreateEx(GetParam(), AfxRegisterWndClass(0), "host", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 10, 20, 100, 60,
-                  nullptr, nullptr);
+    host.CreateEx(GetParam(), AfxRegisterWndClass(0), "host", WS_POPUP | WS_CLIPCHILDREN, 10, 20, 100, 60, nullptr,
+                  nullptr);
+    host.ShowWindow(SW_SHOWNOACTIVATE);
     CTransStaticBmp control;
     ASSERT_TRUE(control.Create("", WS_CHILD | WS_VISIBLE, CRect(Left, Top, Left + Size, Top + Size), &host));
     const auto expectShown = [&](const Picture* picture, const char* what)
