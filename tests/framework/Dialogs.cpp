@@ -1,6 +1,7 @@
 // Dialogs from a resource-only library: modal and modeless, and the exchange of values.
 #include "ids.h"
-#include <afxwin.h>
+#include <afxcmn.h>
+#include <afxdlgs.h>
 #include <gtest/gtest.h>
 
 namespace
@@ -188,4 +189,59 @@ TEST_F(Dialogs, ModelessDialog)
     ASSERT_TRUE(dialog.Create(IDD_PLAIN));
     dialog.MapDialogRect(&rect);
     EXPECT_GT(rect.right, 4);
+}
+
+TEST_F(Dialogs, ColourDialogAnswersTheChoice)
+{
+    for (const int end : {IDOK, IDCANCEL})
+    {
+        CColorDialog dialog(RGB(10, 20, 30), CC_FULLOPEN | CC_ANYCOLOR);
+        EXPECT_EQ(dialog.m_cc.Flags & CC_RGBINIT, static_cast<DWORD>(CC_RGBINIT));
+        // Ends the dialog as soon as its loop runs; the object is attached to the system's window by then.
+        static CColorDialog* open;
+        static int answer;
+        open = &dialog;
+        answer = end;
+        const UINT_PTR timer = SetTimer(nullptr, 0, 10,
+                                        [](HWND, UINT, UINT_PTR id, DWORD)
+                                        {
+                                            ::KillTimer(nullptr, id);
+                                            ASSERT_TRUE(IsWindow(*open));
+                                            open->SetDlgItemInt(706, 1); // the boxes for red, green and blue
+            open->SetDlgItemInt(707, 200);
+            open->SetDlgItemInt(708, 3);
+                                            open->PostMessage(WM_COMMAND, static_cast<WPARAM>(answer));
+                                        });
+        ASSERT_NE(timer, 0u);
+        EXPECT_EQ(dialog.DoModal(), end);
+        EXPECT_EQ(dialog.m_hWnd, nullptr);
+        if (end == IDOK)
+        {
+            EXPECT_EQ(dialog.GetColor(), RGB(1, 200, 3));
+        }
+    }
+}
+
+TEST_F(Dialogs, ToolTipsKnowTheirTools)
+{
+    CWnd window;
+    ASSERT_TRUE(window.CreateEx(0, nullptr, "tools", WS_POPUP, CRect(0, 0, 100, 100), nullptr, 0));
+    CButton button;
+    ASSERT_TRUE(button.Create("b", WS_CHILD, CRect(0, 0, 20, 20), &window, 1));
+    CToolTipCtrl tips;
+    ASSERT_TRUE(tips.Create(&window, TTS_ALWAYSTIP));
+    EXPECT_TRUE(tips.AddTool(&button, "the button"));
+    EXPECT_TRUE(tips.AddTool(&window, "a corner", CRect(50, 50, 60, 60), 7));
+    EXPECT_TRUE(tips.AddTool(&window, IDS_SHARED, CRect(60, 60, 70, 70), 8));
+    EXPECT_EQ(tips.GetToolCount(), 3);
+    CString text;
+    tips.GetText(text, &button);
+    EXPECT_EQ(text, "the button");
+    tips.UpdateTipText("another", &window, 7);
+    tips.GetText(text, &window, 7);
+    EXPECT_EQ(text, "another");
+    tips.GetText(text, &window, 8);
+    EXPECT_EQ(text, "from the first");
+    tips.DelTool(&window, 7);
+    EXPECT_EQ(tips.GetToolCount(), 2);
 }

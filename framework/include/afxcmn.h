@@ -1,0 +1,5 @@
+// The common controls.
+#pragma once
+
+#include "afxwin.h"
+#include "afx/CToolTipCtrl.h"

@@ -1,0 +1,5 @@
+// The common dialogs.
+#pragma once
+
+#include "afxwin.h"
+#include "afx/CommonDialogs.h"
