@@ -1,0 +1,20 @@
+#include "system/internal/DetachedProcess.h"
+#include "system/internal/Handle.h"
+#include <string>
+
+namespace tvk
+{
+bool StartDetached(const char* commandLine)
+{
+    std::string line = commandLine; // the system may write into it
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, NORMAL_PRIORITY_CLASS | DETACHED_PROCESS,
+                        nullptr, nullptr, &startup, &started))
+        return false;
+    const KernelHandle process(started.hProcess);
+    const KernelHandle thread(started.hThread);
+    return true;
+}
+} // namespace tvk
