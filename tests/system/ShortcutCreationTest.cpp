@@ -1,0 +1,350 @@
+// Shortcuts and groups made in real shell folders, which lie in a scratch folder for the test, and read back through
+// the shell.
+#include "system/ShortcutCreation.h"
+#include "IatPatch.h"
+#include "Probe.h"
+#include "TestProduct.h"
+#include <shlobj.h>
+#include <gtest/gtest.h>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace
+{
+namespace fs = std::filesystem;
+
+const char* const ShellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+const char* const Root = "C:\\shortcuts";
+const char* const AllUsers = "C:\\windows\\All Users";
+
+struct FolderValue
+{
+    HKEY root;
+    const char* name;
+    const char* folder; // below the scratch folder; the lengths tell which value size reads them
+};
+const FolderValue Values[] = {
+    {HKEY_CURRENT_USER, "Desktop", "user desk"},
+    {HKEY_CURRENT_USER, "Programs", "u"},
+    {HKEY_CURRENT_USER, "Start Menu", "user menu"},
+    {HKEY_LOCAL_MACHINE, "Common Desktop", "common"},
+    {HKEY_LOCAL_MACHINE, "Common Programs", "common programs"},
+    {HKEY_LOCAL_MACHINE, "Common Start Menu", "menu"},
+};
+
+std::optional<std::string> ReadValue(HKEY root, const char* name)
+{
+    char text[512];
+    DWORD size = sizeof text;
+    if (RegGetValueA(root, ShellFolders, name, RRF_RT_ANY, nullptr, text, &size) != ERROR_SUCCESS)
+        return std::nullopt;
+    return std::string(text);
+}
+
+void WriteValue(HKEY root, const char* name, const std::optional<std::string>& text)
+{
+    if (text)
+        RegSetKeyValueA(root, ShellFolders, name, REG_SZ, text->c_str(), static_cast<DWORD>(text->size() + 1));
+    else
+        RegDeleteKeyValueA(root, ShellFolders, name);
+}
+
+/// The files and groups below the scratch folder and below "All Users", sorted, a bar behind each. Takes them away.
+std::string Made()
+{
+    std::set<fs::path> found;
+    for (const fs::path root : {Root, AllUsers})
+        for (const auto& entry : fs::recursive_directory_iterator(root))
+            if (entry.is_regular_file() || entry.path().filename() == "Suite")
+                found.insert(entry.path());
+    std::string made;
+    for (const fs::path& path : found)
+    {
+        made += path.lexically_relative(path.string().starts_with(Root) ? Root : "C:\\windows").string() + "|";
+        fs::remove(path);
+    }
+    return made;
+}
+
+struct Link
+{
+    std::string target, arguments, folder, icon;
+    int iconIndex = -1;
+
+    bool operator==(const Link&) const = default;
+    friend std::ostream& operator<<(std::ostream& out, const Link& link)
+    {
+        return out << link.target << '|' << link.arguments << '|' << link.folder << '|' << link.icon << ','
+                   << link.iconIndex;
+    }
+};
+
+/// What the shell reads from a link's file.
+Link ReadLink(const std::wstring& file)
+{
+    Link link;
+    IShellLinkA* shellLink = nullptr;
+    IPersistFile* persistFile = nullptr;
+    CoInitialize(nullptr);
+    EXPECT_EQ(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA,
+                               reinterpret_cast<void**>(&shellLink)),
+              S_OK);
+    shellLink->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&persistFile));
+    EXPECT_EQ(persistFile->Load(file.c_str(), STGM_READ), S_OK);
+    char text[MAX_PATH] = "";
+    shellLink->GetPath(text, MAX_PATH, nullptr, SLGP_RAWPATH);
+    link.target = text;
+    shellLink->GetArguments(text, MAX_PATH);
+    link.arguments = text;
+    shellLink->GetWorkingDirectory(text, MAX_PATH);
+    link.folder = text;
+    shellLink->GetIconLocation(text, MAX_PATH, &link.iconIndex);
+    link.icon = text;
+    persistFile->Release();
+    shellLink->Release();
+    CoUninitialize();
+    return link;
+}
+
+long Create(ShortcutCreation& shortcuts, const char* name, int location, bool makeFolder = false)
+{
+    return shortcuts.CreateShortcut("C:\\windows\\notepad.exe", "", name, "", 0, false, makeFolder, location);
+}
+
+class Shortcuts : public testing::Test
+{
+  protected:
+    Shortcuts()
+    {
+        for (const FolderValue& value : Values)
+        {
+            m_saved.push_back(ReadValue(value.root, value.name));
+            fs::create_directories(fs::path(Root) / value.folder);
+        }
+        WriteFolders();
+        for (const char* folder : {"Desktop", "Start Menu\\Programs"})
+            fs::create_directories(fs::path(AllUsers) / folder);
+    }
+    ~Shortcuts() override
+    {
+        for (std::size_t i = 0; i < m_saved.size(); ++i)
+            WriteValue(Values[i].root, Values[i].name, m_saved[i]);
+        fs::remove_all(Root);
+        fs::remove_all(AllUsers);
+    }
+    /// The shell itself restores the user's desktop whenever a program makes its first link.
+    static void WriteFolders()
+    {
+        for (const FolderValue& value : Values)
+            WriteValue(value.root, value.name, std::string(Root) + "\\" + value.folder);
+    }
+
+    ShortcutCreation m_shortcuts;
+
+  private:
+    std::vector<std::optional<std::string>> m_saved;
+};
+
+/// One object, one shortcut each in the locations given; called "1" and so on.
+PROBE(Locations)
+{
+    ShortcutCreation shortcuts;
+    for (int i = 0; i < argc; ++i)
+        std::printf("%ld ", Create(shortcuts, std::to_string(i + 1).c_str(), std::atoi(argv[i])));
+    return 0;
+}
+
+TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
+{
+    const struct
+    {
+        const char* target;
+        bool setIcon;
+        Link expected;
+    } cases[] = {
+        {"C:\\windows\\notepad.exe", true, {"C:\\windows\\notepad.exe", "/a \"b c\"", "C:\\windows", "C:\\i.dll", 3}},
+        {"C:\\windows\\notepad.exe", false, {"C:\\windows\\notepad.exe", "/a \"b c\"", "C:\\windows", "", 0}},
+        {"C:\\tool.exe", false, {"C:\\tool.exe", "/a \"b c\"", "C:", "", 0}},
+    };
+    for (const auto& [target, setIcon, expected] : cases)
+    {
+        EXPECT_EQ(m_shortcuts.CreateShortcut(target, "/a \"b c\"", "Tool", "C:\\i.dll", 3, setIcon, false, 1), S_OK);
+        EXPECT_EQ(ReadLink(L"C:\\shortcuts\\common\\Tool.lnk"), expected);
+    }
+    // A target without a folder has no working directory; the shell looks for it elsewhere.
+    EXPECT_EQ(m_shortcuts.CreateShortcut("notepad.exe", "", "Bare", "", 0, false, false, 1), S_OK);
+    EXPECT_EQ(ReadLink(L"C:\\shortcuts\\common\\Bare.lnk").folder, "");
+}
+
+TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
+{
+    const struct
+    {
+        const char* windows;
+        const char* missing; // value
+        std::vector<std::string> locations;
+        const char* made;
+    } cases[] = {
+        // From the longest path to the shortest: the size of one query is what the one before it read.
+        {"winxp", "", {"2", "1", "3"}, "common\\2.lnk|common programs\\1.lnk|menu\\3.lnk|"},
+        {"win98", "", {"3", "2"}, "u\\2.lnk|user menu\\1.lnk|"},
+        {"win98", "", {"1"}, "user desk\\1.lnk|"},
+        {"winxp", "Common Desktop", {"1"}, "All Users\\Desktop\\1.lnk|"},
+        {"winxp", "Common Programs", {"2"}, "All Users\\Start Menu\\Programs\\1.lnk|"},
+        {"winxp", "Common Start Menu", {"3"}, "All Users\\Start Menu\\1.lnk|"},
+        {"win98", "Desktop", {"1"}, "common\\1.lnk|"},
+        {"win98", "Programs", {"2", "2"}, "common programs\\1.lnk|common programs\\2.lnk|"},
+        // The second path is longer than the first: it is not read, and the object remembers the failure.
+        {"winxp", "", {"3", "1"}, "menu\\1.lnk|All Users\\Desktop\\2.lnk|"},
+        // After a failure both keys are asked: the user's path stays when the one of all users is longer. That length
+        // is
+        // the size of the next query, so all is well again.
+        {"winxp", "Common Desktop", {"1", "2", "3"}, "menu\\3.lnk|u\\2.lnk|All Users\\Desktop\\1.lnk|"},
+    };
+    for (const auto& [windows, missing, locations, made] : cases)
+    {
+        SCOPED_TRACE(std::string(windows) + " " + missing + " " + made);
+        WriteFolders();
+        WriteValue(*missing == 'C' ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, missing, std::nullopt);
+        EXPECT_EQ(RunProbeUnder(windows, "Locations", locations).exitCode, 0u);
+        EXPECT_EQ(Made(), made);
+    }
+}
+
+TEST_F(Shortcuts, CopiesRememberAFailureToo)
+{
+    WriteValue(HKEY_LOCAL_MACHINE, "Common Desktop", std::nullopt);
+    Create(m_shortcuts, "a", 1);
+    ShortcutCreation copy(m_shortcuts), assigned;
+    assigned = m_shortcuts;
+    Create(copy, "b", 2);
+    Create(assigned, "c", 2);
+    EXPECT_EQ(Made(), "u\\b.lnk|u\\c.lnk|All Users\\Desktop\\a.lnk|");
+}
+
+TEST_F(Shortcuts, AreNamedAsTheCallerSays)
+{
+    const struct
+    {
+        const char *name, *subFolder, *made;
+    } cases[] = {
+        {"Tool", "", "menu\\Tool.lnk|"},
+        {"Tool.LNK", "", "menu\\Tool.LNK|"},
+        {"Tool.lnk.txt", "", "menu\\Tool.lnk.txt|"},
+        {"Tool", "group", "menu\\group\\Tool.lnk|"},
+        {"Tool", "old.Lnk files", "menu\\old.Lnk files\\Tool|"}, // the ending counts anywhere in the path
+    };
+    for (const auto& [name, subFolder, made] : cases)
+    {
+        fs::create_directories(std::string(Root) + "\\menu\\" + subFolder);
+        EXPECT_EQ(*subFolder ? m_shortcuts.CreateShortcut("t.exe", "", name, "", 0, false, false, 3, subFolder)
+                             : Create(m_shortcuts, name, 3),
+                  S_OK);
+        EXPECT_EQ(Made(), made);
+    }
+}
+
+TEST_F(Shortcuts, MakeGroups)
+{
+    EXPECT_EQ(Create(m_shortcuts, "Suite", 2, true), 0);
+    EXPECT_EQ(Create(m_shortcuts, "Suite", 2, true), -1) << "it is there";
+    EXPECT_EQ(m_shortcuts.CreateShortcut("", "", "Suite", "", 0, false, true, 2, "Suite"), 0);
+    EXPECT_EQ(m_shortcuts.CreateShortcut("", "", "Suite", "", 0, false, true, 2, "missing"), -1);
+    EXPECT_TRUE(fs::is_directory("C:\\shortcuts\\common programs\\Suite\\Suite"));
+    fs::remove_all("C:\\shortcuts\\common programs\\Suite\\Suite");
+    EXPECT_EQ(Made(), "common programs\\Suite|");
+}
+
+TEST_F(Shortcuts, WithoutALocationLieInTheRootOfTheDrive)
+{
+    char directory[MAX_PATH] = "";
+    GetCurrentDirectoryA(MAX_PATH, directory);
+    SetCurrentDirectoryA(Root);
+    for (const int location : {4, 0, -1})
+    {
+        EXPECT_EQ(Create(m_shortcuts, "At the root", location), S_OK);
+        EXPECT_TRUE(fs::remove("C:\\At the root.lnk")) << location;
+    }
+    SetCurrentDirectoryA(directory);
+}
+
+TEST_F(Shortcuts, EndWithTheResultOfTheStepThatFailed)
+{
+    const std::string longName(300, 'n');
+    EXPECT_LT(Create(m_shortcuts, longName.c_str(), 3), 0);
+    EXPECT_EQ(Create(m_shortcuts, longName.c_str(), 3, true), -1);
+    EXPECT_EQ(m_shortcuts.CreateShortcut("t.exe", "", "a", "", 0, false, false, 3, "missing"),
+              HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
+    {
+        const IatPatch create(
+            LibraryUnderTest(), "CoCreateInstance",
+            +[](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { return CLASS_E_NOTLICENSED; });
+        EXPECT_EQ(Create(m_shortcuts, "a", 3), CLASS_E_NOTLICENSED);
+    }
+    {
+        const IatPatch com(
+            LibraryUnderTest(), "CoInitialize", +[](void*) -> HRESULT { return RPC_E_CHANGED_MODE; });
+        EXPECT_EQ(Create(m_shortcuts, "a", 3), 0) << "success to the shell, though nothing was made";
+        EXPECT_EQ(Create(m_shortcuts, "Suite", 3, true), 0);
+    }
+    EXPECT_EQ(Made(), "");
+    EXPECT_EQ(Create(m_shortcuts, "a", 3), S_OK);
+    EXPECT_EQ(Made(), "menu\\a.lnk|");
+}
+
+TEST_F(Shortcuts, ReadNoMoreThanTheBuffer)
+{
+    const auto folder = [](std::size_t length) { return "C:\\" + std::string(length - 3, 'x'); };
+    const struct
+    {
+        std::string value; // as it is, with or without its NUL
+        const char* made;
+    } cases[] = {
+        {folder(259) + '\0', ""}, // just fits; no name behind it does
+        {folder(260), ""},
+        {folder(260) + '\0', "All Users\\Start Menu\\a.lnk|"},
+        {folder(5000) + '\0', "All Users\\Start Menu\\a.lnk|"},
+        {std::string(Root) + "\\menu", "menu\\a.lnk|"},
+        {std::string(1, '\0'), "All Users\\Start Menu\\a.lnk|"},
+        {"", "All Users\\Start Menu\\a.lnk|"},
+    };
+    for (const auto& [value, made] : cases)
+    {
+        SCOPED_TRACE(value.size());
+        RegSetKeyValueA(HKEY_LOCAL_MACHINE, ShellFolders, "Common Start Menu", REG_BINARY, value.data(),
+                        static_cast<DWORD>(value.size()));
+        ShortcutCreation shortcuts;
+        EXPECT_EQ(Create(shortcuts, "a", 3) == S_OK, *made != 0);
+        EXPECT_EQ(Made(), made);
+        // The size that did not fit must not become the size of the buffer.
+        Create(shortcuts, "b", 3);
+        Create(shortcuts, "b", 2);
+        Made();
+    }
+}
+
+TEST_F(Shortcuts, LeaveNothingOpen)
+{
+    const auto nextHandle = []
+    {
+        const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+        CloseHandle(event);
+        return event;
+    };
+    const auto rounds = [this](int count)
+    {
+        for (int i = 0; i < count; ++i)
+            Create(m_shortcuts, i % 3 ? "Tool" : "missing\\Tool", 1 + i % 3);
+    };
+    rounds(10);
+    const HANDLE after = nextHandle();
+    rounds(50);
+    EXPECT_EQ(nextHandle(), after);
+    // COM is given up as often as it was taken: another kind of apartment can be had.
+    EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    CoUninitialize();
+}
+} // namespace
