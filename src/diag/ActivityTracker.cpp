@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include "diag/UsagePortal.h"
 #include "settings/internal/Directories.h"
+#include "system/internal/Handle.h"
 
 namespace
 {
@@ -127,8 +128,7 @@ int ActivityTracker::LoadDataRecorder()
     }
     if (!m_hPortal)
         return 0;
-    m_pfnGetPortal = reinterpret_cast<GetCairnfieldPortalFunction>(
-        reinterpret_cast<void (*)()>(GetProcAddress(m_hPortal, "GetCairnfieldPortal")));
+    m_pfnGetPortal = tvk::FindEntry<GetCairnfieldPortalFunction>(m_hPortal, "GetCairnfieldPortal");
     m_bLoaded = m_pfnGetPortal && ConnectToPortal(folder) == S_OK;
     if (!m_bLoaded)
         ReleaseDataRecorder();

@@ -88,8 +88,7 @@ int SystemConfigDLL::InitializeSystemConfigDLL()
     }
     if (m_hConfigDLL)
     {
-        m_pfnGetConfigData = reinterpret_cast<GetConfigDataFunction>(
-            reinterpret_cast<void (*)()>(GetProcAddress(m_hConfigDLL, "GetConfigData")));
+        m_pfnGetConfigData = tvk::FindEntry<GetConfigDataFunction>(m_hConfigDLL, "GetConfigData");
         if (!m_pfnGetConfigData)
         {
             FreeLibrary(m_hConfigDLL); // the stale handle is not used: nothing counts as loaded

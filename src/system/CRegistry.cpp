@@ -277,8 +277,7 @@ void* CRegistry::CreateSecurityDescriptor()
     if (!m_hSecurityDLL)
         m_hSecurityDLL = ::LoadLibraryA("advapi32.dll");
     // Looked up at run time: the 9x family's library goes without it.
-    const FARPROC entry = m_hSecurityDLL ? ::GetProcAddress(m_hSecurityDLL, "SetEntriesInAclA") : nullptr;
-    m_pfnSetEntriesInAcl = reinterpret_cast<SetEntriesInAclFunction>(reinterpret_cast<void (*)()>(entry));
+    m_pfnSetEntriesInAcl = tvk::FindEntry<SetEntriesInAclFunction>(m_hSecurityDLL, "SetEntriesInAclA");
     if (!m_pfnSetEntriesInAcl)
     {
         UnloadSecurityLibrary();

@@ -1,5 +1,5 @@
 // Owners of system handles for locals and internal helpers: one move-only template, a traits type for each kind of
-// handle, and a guard for what is selected into a device context.
+// handle, a guard for what is selected into a device context; and the look-up of a module's functions.
 #pragma once
 
 #include <windows.h>
@@ -58,6 +58,14 @@ class Owner
     Type m_handle = Traits::None();
 };
 
+/// The function that `module` (may be null) exports under a name; null when there is none.
+template <class Function>
+Function FindEntry(HMODULE module, const char* name) noexcept
+{
+    const FARPROC entry = module ? ::GetProcAddress(module, name) : nullptr;
+    return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(entry));
+}
+
 /// What most traits share: a null handle means "none".
 template <class T>
 struct NullHandleTraits
@@ -98,11 +106,8 @@ struct EnvironmentBlockTraits : NullHandleTraits<void*>
     static void Close(void* block) noexcept
     {
         using Destroy = BOOL(WINAPI*)(void*);
-        const HMODULE library = ::GetModuleHandleA("userenv.dll");
-        if (!library)
-            return;
-        if (const auto entry = ::GetProcAddress(library, "DestroyEnvironmentBlock"))
-            reinterpret_cast<Destroy>(reinterpret_cast<void (*)()>(entry))(block);
+        if (const auto destroy = FindEntry<Destroy>(::GetModuleHandleA("userenv.dll"), "DestroyEnvironmentBlock"))
+            destroy(block);
     }
 };
 

@@ -1,0 +1,249 @@
+// The user's participation level and the printer's cached status, from the sample product's own libraries; what is
+// traced, and that no library stays loaded.
+#include "links/CComxDataRetriever.h"
+#include "links/CDataRetriever.h"
+#include "support/Probe.h"
+#include "support/TestProduct.h"
+#include "support/TraceWorld.h"
+#include <gmock/gmock.h>
+#include <cstdio>
+#include <filesystem>
+
+namespace
+{
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+
+const char* const Participation = "test_participation.dll";
+const char* const Communication = "test_communication.dll";
+const char* const FullCache = "test_fullcache.dll";
+const char* const Printer = "Torvane Larkmoor 460";
+const std::string DriverRoot = "C:\\windows\\system32\\retriever test\\";
+
+void WriteIni(const std::string& file, const char* section, const char* key, const char* value)
+{
+    ASSERT_TRUE(WritePrivateProfileStringA(section, key, value, file.c_str())) << file << ": " << GetLastError();
+}
+
+TestSetting ParticipationSetting(const char* fileName)
+{
+    return {"IDO_DATARETRIEVER_FILENAME", fileName};
+}
+
+class ParticipationLevel : public testing::Test
+{
+  protected:
+    ~ParticipationLevel() override
+    {
+        DeleteFileA(m_ini.c_str());
+        EXPECT_FALSE(GetModuleHandleA(Participation)) << "still loaded";
+    }
+    const std::string m_ini = TestFolder() + "test_participation.ini";
+};
+
+TEST_F(ParticipationLevel, IsKeptByTheLibrary)
+{
+    const TestProduct product({ParticipationSetting(Participation)});
+    CDataRetriever retriever;
+    EXPECT_EQ(retriever.GetParticipationLevel(), 9) << "not asked yet";
+    const struct
+    {
+        int level, kept;
+    } levels[] = {{1, 2}, {0, 3}, {1, 2}, {2, 3}, {3, 3}, {-1, 3}};
+    for (const auto& [level, kept] : levels)
+    {
+        EXPECT_EQ(retriever.SetParticipationLevel(level), 1) << level;
+        EXPECT_EQ(GetPrivateProfileIntA("Participation", "Level", 0, m_ini.c_str()), static_cast<UINT>(kept)) << level;
+        EXPECT_EQ(CDataRetriever().GetParticipationLevel(), kept) << level;
+    }
+    for (const char* other : {"0", "1", "4", "9", "-2"})
+    {
+        WriteIni(m_ini, "Participation", "Level", other);
+        EXPECT_EQ(retriever.GetParticipationLevel(), 9) << other;
+    }
+    DeleteFileA(m_ini.c_str());
+    CreateDirectoryA(m_ini.c_str(), nullptr);
+    EXPECT_EQ(retriever.SetParticipationLevel(1), 0) << "the library could not keep it";
+    RemoveDirectoryA(m_ini.c_str());
+}
+
+TEST_F(ParticipationLevel, NeedsALibraryWithEntries)
+{
+    const struct
+    {
+        std::vector<TestSetting> settings;
+        int set;
+    } cases[] = {
+        {{ParticipationSetting("nowhere.dll")}, 0},
+        {{ParticipationSetting("")}, 0},
+        {{}, 0},
+        {{ParticipationSetting("t.txt")}, 0},
+        {{ParticipationSetting(Communication)}, 1}, // no such entry: nothing to remember
+    };
+    for (const auto& [settings, set] : cases)
+    {
+        const TestProduct product = settings.empty() ? TestProduct({}) : TestProduct({settings[0]});
+        const TraceWorld trace;
+        CDataRetriever retriever;
+        EXPECT_EQ(retriever.SetParticipationLevel(1), set);
+        EXPECT_EQ(retriever.GetParticipationLevel(), 0);
+        EXPECT_EQ(trace.Records().back(), "(char)CDataRetriever::GetParticipationLevel()...level = 0");
+        EXPECT_FALSE(GetModuleHandleA(Communication)) << "still loaded";
+    }
+}
+
+class PrinterCache : public testing::Test
+{
+  protected:
+    PrinterCache() { fs::create_directories(DriverRoot + "3"); }
+    ~PrinterCache() override
+    {
+        EXPECT_FALSE(GetModuleHandleA("cache.dll")) << "still loaded";
+        fs::remove_all(DriverRoot);
+    }
+    static void Install(const char* library, const std::string& folder = DriverRoot + "3\\")
+    {
+        fs::create_directories(folder);
+        fs::copy_file(TestFolder() + library, folder + "cache.dll", fs::copy_options::overwrite_existing);
+        const char* const values[][2] = {{"SerialNumber", "LM460-0142"}, {"InkStyle", "2"},
+                                         {"InkPercent1", "61"},          {"InkPercent10", "70"},
+                                         {"LogicalCartridge1", "48"},    {"LogicalCartridge2", "80"},
+                                         {"PhysicalCartridge2", "82"},   {"SavedCartridge1", "50"}};
+        for (const auto& [key, value] : values)
+            WriteIni(folder + "cache.ini", Printer, key, value);
+    }
+    /// The records without the settings' own.
+    static std::vector<std::string> Records(const TraceWorld& trace)
+    {
+        std::vector<std::string> records;
+        for (const std::string& record : trace.Records())
+            if (record.find("GetSetting") == std::string::npos && record.find("IDO_") == std::string::npos)
+                records.push_back(record);
+        return records;
+    }
+    static std::string Path() { return "(char)" + DriverRoot + "3\\cache.dll"; }
+};
+
+TestProduct CacheProduct(const char* resourceModule = "nowhere.dll")
+{
+    return TestProduct({{"IDO_COMX_DLL_FILENAME", "cache.dll"},
+                        {"IDO_WINNTPATH", "\\retriever test\\"},
+                        {"IDO_UTIL_RESDLL", resourceModule}});
+}
+
+TEST_F(PrinterCache, AnswersWhatThePrinterReportedLast)
+{
+    const TestProduct product = CacheProduct();
+    Install(Communication);
+    TraceWorld trace;
+    CComxDataRetriever retriever;
+    EXPECT_EQ(retriever.GetInkPercent(1), 0u);
+    EXPECT_EQ(retriever.GetPrinterCacheData(Printer), 1);
+    EXPECT_THAT(Records(trace), ElementsAre("(char)CComxDataRetriever::GetPrinterCacheData()",
+                                            "(char)CComxDataRetriever::LoadComxDLL()", "(char)dlltoload: ", Path(),
+                                            "(char)COMX DLL Loaded!", "(char)m_bLoaded ==", "(int)1",
+                                            "(char)lpFriendlyName ==", std::string("(char)") + Printer,
+                                            "(char)pGetCache(): pfnRet ==", "(int)0",
+                                            "(char)GetPrinterCacheData(): bReturn", "(int)1"));
+    EXPECT_STREQ(retriever.GetSerialNumber(), "LM460-0142");
+    EXPECT_EQ(retriever.GetInkStyle(), 2u);
+    const unsigned long levels[] = {0, 61, 0, 0, 0, 0, 0, 0, 0, 0, 70, 0};
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(retriever.GetInkPercent(i), levels[i]) << i;
+    const unsigned long cartridges[][3] = {{0, 0, 0}, {48, 0, 50}, {80, 82, 0}, {0, 0, 0}};
+    for (int i = 0; i < 4; ++i)
+    {
+        EXPECT_EQ(retriever.GetLogCartId(i), cartridges[i][0]) << i;
+        EXPECT_EQ(retriever.GetPhysCartId(i), cartridges[i][1]) << i;
+        EXPECT_EQ(retriever.GetSavedCartId(i), cartridges[i][2]) << i;
+    }
+    EXPECT_EQ(retriever.GetInkPercent(-1), 0u);
+
+    trace.Switch(0);
+    EXPECT_EQ(retriever.GetPrinterCacheData("another printer"), 0);
+    EXPECT_STREQ(retriever.GetSerialNumber(), "") << "not this printer's";
+    EXPECT_EQ(retriever.GetInkPercent(1), 0u);
+}
+
+TEST_F(PrinterCache, TakesNoMoreThanTheCacheHolds)
+{
+    const TestProduct product = CacheProduct();
+    Install(FullCache);
+    CComxDataRetriever retriever;
+    EXPECT_EQ(retriever.GetPrinterCacheData("0"), 1);
+    EXPECT_EQ(std::string(retriever.GetSerialNumber()), std::string(PRINTERCACHE_SERIAL_SIZE, 'x'));
+    EXPECT_EQ(retriever.GetSavedCartId(2), 0x78787878u);
+    EXPECT_EQ(retriever.GetPrinterCacheData("5, filled in part"), 0);
+    EXPECT_STREQ(retriever.GetSerialNumber(), "");
+    EXPECT_EQ(retriever.GetSavedCartId(2), 0u);
+}
+
+TEST_F(PrinterCache, LooksBesideTheResourceModuleToo)
+{
+    const TestProduct product = CacheProduct(TvkProduct::GetProductPrefix() + "util.dll");
+    const std::string copy = TestFolder() + "cache.dll";
+    fs::copy_file(TestFolder() + FullCache, copy);
+    const TraceWorld trace;
+    EXPECT_EQ(CComxDataRetriever().GetPrinterCacheData("0"), 1);
+    const std::vector<std::string> records = Records(trace);
+    ASSERT_EQ(records.size(), 15u);
+    EXPECT_EQ(records[3], Path());
+    EXPECT_EQ(records[4], "(char)LoadLibrary() Failed, trying alternate path. Return Error Code:");
+    EXPECT_EQ(records[5], "(DWORD)126");
+    EXPECT_EQ(records[6], "(char)COMX DLL Loaded!");
+    EXPECT_TRUE(fs::remove(copy)) << "still loaded";
+}
+
+TEST_F(PrinterCache, NeedsALibraryWithTheEntry)
+{
+    const auto expectFailure = [](std::vector<std::string> between, const char* loaded)
+    {
+        const TraceWorld trace;
+        EXPECT_EQ(CComxDataRetriever().GetPrinterCacheData(Printer), 0);
+        std::vector<std::string> expected = {"(char)CComxDataRetriever::GetPrinterCacheData()",
+                                             "(char)CComxDataRetriever::LoadComxDLL()", "(char)dlltoload: ", Path()};
+        expected.insert(expected.end(), between.begin(), between.end());
+        for (const char* last : {"(char)m_bLoaded ==", loaded, "(char)pGetCache == NULL",
+                                 "(char)GetPrinterCacheData(): bReturn", "(int)0"})
+            expected.push_back(last);
+        EXPECT_EQ(Records(trace), expected);
+    };
+    const std::vector<std::string> failed = {"(char)LoadLibrary() Failed, trying alternate path. Return Error Code:",
+                                             "(DWORD)126", "(char)LoadLibrary() Return Error Code:", "(DWORD)126"};
+    {
+        const TestProduct product = CacheProduct();
+        expectFailure(failed, "(int)0");
+        Install(Participation);
+        expectFailure({"(char)COMX DLL Loaded!"}, "(int)1");
+    }
+    fs::remove_all(DriverRoot);
+    const TestProduct product = CacheProduct(TvkProduct::GetProductPrefix() + "util.dll");
+    expectFailure(failed, "(int)0");
+}
+
+PROBE(Cache)
+{
+    const TestProduct product = CacheProduct();
+    CComxDataRetriever retriever;
+    const int result = retriever.GetPrinterCacheData(Printer);
+    std::printf("%d %s", result, static_cast<LPCSTR>(retriever.GetSerialNumber()));
+    return 0;
+}
+
+TEST_F(PrinterCache, LiesInTheDriversDirectoryOfTheWindowsFamily)
+{
+    const struct
+    {
+        const char* windows;
+        std::string folder;
+    } cases[] = {{"win98", "C:\\windows\\system32\\"}, {"nt40", DriverRoot + "2\\"}, {"win2k", DriverRoot + "3\\"}};
+    for (const auto& [windows, folder] : cases)
+    {
+        Install(Communication, folder);
+        EXPECT_EQ(RunProbeUnder(windows, "Cache").output, "1 LM460-0142") << windows;
+        fs::remove(folder + "cache.dll");
+        fs::remove(folder + "cache.ini");
+        EXPECT_EQ(RunProbeUnder(windows, "Cache").output, "0 ") << windows;
+    }
+}
+} // namespace
