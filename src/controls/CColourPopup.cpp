@@ -4,6 +4,7 @@
 #include <array>
 #include <cstring>
 #include "controls/CColourPicker.h"
+#include "system/internal/Tables.h"
 
 namespace
 {
@@ -59,17 +60,8 @@ constexpr auto Colours = std::to_array<NamedColour>({
     {0xFFFFFF, "White"},
 });
 
-constexpr bool AreColoursUnique()
-{
-    for (std::size_t i = 0; i < Colours.size(); ++i)
-        for (std::size_t j = i + 1; j < Colours.size(); ++j)
-            if (Colours[i].colour == Colours[j].colour)
-                return false;
-    return true;
-}
-
 static_assert(Colours.size() == 40 && Colours.size() % Columns == 0);
-static_assert(AreColoursUnique());
+static_assert(tvk::AreUnique(Colours, &NamedColour::colour));
 static_assert(std::all_of(Colours.begin(), Colours.end(),
                           [](const NamedColour& row) { return row.colour <= 0xFFFFFF && row.name[0] != '\0'; }));
 static_assert(Colours[21].colour == RGB(125, 158, 192) && Colours[1].colour == RGB(165, 42, 0));

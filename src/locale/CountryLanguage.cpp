@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 #include "system/internal/Handle.h"
+#include "system/internal/Tables.h"
 
 namespace
 {
@@ -20,7 +21,7 @@ struct Language
 };
 
 // The names are keys of the suite's resources and services, unusual spellings included. Code 11 is not assigned;
-// Spanish in modern sorting, Nynorsk and the two Portugueses have codes of their own under a shared name.
+// Spanish in modern sorting, Nynorsk and the two kinds of Portuguese have codes of their own under a shared name.
 constexpr auto Languages = std::to_array<Language>({
     {"00000409", 0, "ENGLISH"},        {"00000809", 0, "ENGLISH"},
     {"00001009", 0, "ENGLISH"},        {"00001409", 0, "ENGLISH"},
@@ -93,15 +94,6 @@ constexpr bool AreRowsWellFormed()
                        });
 }
 
-constexpr bool AreLocalesUnique()
-{
-    for (std::size_t i = 0; i < Languages.size(); ++i)
-        for (std::size_t j = i + 1; j < Languages.size(); ++j)
-            if (Languages[i].locale == Languages[j].locale)
-                return false;
-    return true;
-}
-
 constexpr bool HasEachCodeOneName()
 {
     for (std::size_t i = 1; i < Languages.size(); ++i)
@@ -135,7 +127,7 @@ constexpr const Language& DefaultLanguage = *Find("0000040C");
 
 static_assert(Languages.size() == 106);
 static_assert(AreRowsWellFormed());
-static_assert(AreLocalesUnique());
+static_assert(tvk::AreUnique(Languages, &Language::locale));
 static_assert(HasEachCodeOneName());
 static_assert(DefaultLanguage.code == 1);
 
