@@ -288,10 +288,13 @@ void CGUIButton::DrawCaption(CDC* pDC)
 
 void CGUIButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
 {
+    // The parent may have painted before this notice, and so with the state before.
+    const bool enabledOrDisabled = ((m_nItemState ^ lpDrawItemStruct->itemState) & ODS_DISABLED) != 0;
     m_nItemState = lpDrawItemStruct->itemState;
-    if (!(lpDrawItemStruct->itemAction & (ODA_SELECT | ODA_FOCUS)))
+    if (lpDrawItemStruct->itemAction & (ODA_SELECT | ODA_FOCUS))
+        m_bFocus = (m_nItemState & ODS_FOCUS) != 0;
+    else if (!enabledOrDisabled)
         return;
-    m_bFocus = (m_nItemState & ODS_FOCUS) != 0;
     Repaint();
 }
 
@@ -454,7 +457,6 @@ LRESULT CGUIButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             return 0;
         }
         break;
-    case WM_ENABLE:
     case WM_SETTEXT:
     {
         const LRESULT result = CStatic::WindowProc(message, wParam, lParam);

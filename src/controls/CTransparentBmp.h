@@ -31,7 +31,9 @@ class AFX_EXT_CLASS CTransparentBmp : public CBitmap
     /// @param hInst          module of the resource; null searches the framework's resource modules
     /// @param nID            resource identifier of the bitmap
     /// @param crTransparent  colour key (red and blue exchanged, see above)
-    /// @param pRect          size to stretch the bitmap to (its position does not matter); null for its own size
+    /// @param pRect          size to stretch the bitmap to (its position does not matter); null for its own size.
+    ///                       Stretching may blend the edges of the picture with the key: make pictures of the size in
+    ///                       which they are shown.
     /// @return the region, in pixels from the bitmap's top left corner. It stays this object's own: do not delete it,
     ///         do not hand it to SetWindowRgn. Null when the bitmap cannot be loaded or the region cannot be built.
     HRGN LoadTransparent(HINSTANCE hInst, UINT nID, COLORREF crTransparent, CRect* pRect);

@@ -2,6 +2,7 @@
 #include "Pictures.h"
 #include "controls/CGUIButton.h"
 #include "controls/COwnButton.h"
+#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
 #include <gtest/gtest.h>
@@ -122,8 +123,6 @@ class ButtonWorld : public testing::Test
         } while (GetTickCount() < end);
     }
 
-    COLORREF ColourOf(FaceId id) const { return m_faces.at(id).At(Width / 2, Height / 2); }
-
     /// The face that DrawButton shows now: a letter; its holes show the surface.
     std::string Shown()
     {
@@ -135,9 +134,9 @@ class ButtonWorld : public testing::Test
     }
     std::string Letter(COLORREF colour) const
     {
-        for (const auto& [id, letter] : {std::pair(Normal, "N"), {Hover, "H"}, {Pressed, "P"}, {Disabled, "D"}})
-            if (colour == ColourOf(id))
-                return letter;
+        for (const auto& [id, face] : m_faces)
+            if (colour == face.At(Width / 2, Height / 2))
+                return {"?NHPDN"[id]};
         return "?";
     }
     /// What stands on the screen.
@@ -239,60 +238,42 @@ TEST_F(Buttons, RepaintTheirPlaceInTheParentWhenTheFaceChanges)
 
 TEST_F(Buttons, ShowThatTheyAreDisabled)
 {
-    m_button.Initialize(Normal, Green);
-    m_button.EnableWindow(FALSE);
-    EXPECT_EQ(Shown(), "N") << "no such face";
-    EXPECT_EQ(m_button.SetDisabledBitmap(Disabled, Green), 1);
-    EXPECT_EQ(Shown(), "D");
-    m_button.EnableWindow();
-    EXPECT_EQ(Shown(), "N");
-    m_button.ShowWindow(SW_HIDE);
-    EXPECT_EQ(Shown(), "?") << "hidden, nothing is drawn";
-    m_button.ShowWindow(SW_SHOW);
-
-    // While the parent paints, the last notice decides; a new initialisation takes the disabled face away.
     m_host.painted = &m_button;
     for (const bool save : {false, true})
     {
         if (save)
             m_button.SetSaveBmp();
-        m_button.Initialize(Normal, Green);
+        m_button.Initialize(Normal, Green); // takes the disabled face away
         m_button.EnableWindow(FALSE);
-        EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
-        m_button.SetDisabledBitmap(Disabled, Green);
-        m_host.Invalidate();
-        EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "D");
+        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "NN") << "no such face";
+        m_button.EnableWindow();
+        EXPECT_EQ(m_button.SetDisabledBitmap(Disabled, Green), 1);
+        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "NN");
+        m_button.EnableWindow(FALSE);
+        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "DD");
         EXPECT_EQ(OnScreen(Left, Top), Paper) << "the parent's background shows through";
         m_button.EnableWindow();
-        m_host.Invalidate();
-        OnScreen(0, 0);
-        m_host.Invalidate();
-        EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
+        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "NN");
     }
+    m_button.ShowWindow(SW_HIDE);
+    EXPECT_EQ(Shown(), "?") << "hidden, nothing is drawn";
 }
 
 TEST_F(Buttons, DrawTheCaptionInTheColourOfTheirState)
 {
-    m_button.SetWindowText("OK");
-    const struct
+    constexpr COLORREF own = RGB(1, 2, 3);
+    for (const auto& [given, enabled, expected] : {std::tuple(own, TRUE, own),
+                                                   {0u, TRUE, GetSysColor(COLOR_BTNTEXT)},
+                                                   {own, FALSE, GetSysColor(COLOR_GRAYTEXT)}})
     {
-        COLORREF given;
-        bool enabled;
-        COLORREF expected;
-    } rows[] = {{RGB(1, 2, 3), true, RGB(1, 2, 3)},
-                {0, true, GetSysColor(COLOR_BTNTEXT)},
-                {RGB(1, 2, 3), false, GetSysColor(COLOR_GRAYTEXT)}};
-    for (const auto& row : rows)
-    {
-        Surface surface(200, 80, 1);
-        m_button.Initialize(Normal, Hover, Pressed, Green, row.given);
-        m_button.EnableWindow(row.enabled);
+        const Surface surface(200, 80, 1);
+        m_button.Initialize(Normal, Hover, Pressed, Green, given);
+        m_button.EnableWindow(enabled);
         SetBkMode(surface.Context(), OPAQUE);
         m_button.DrawButton(CDC::FromHandle(surface.Context()));
-        EXPECT_EQ(GetTextColor(surface.Context()), row.expected);
+        EXPECT_EQ(GetTextColor(surface.Context()), expected);
         EXPECT_EQ(GetBkMode(surface.Context()), OPAQUE);
         EXPECT_EQ(GetCurrentObject(surface.Context(), OBJ_FONT), GetStockObject(DEFAULT_GUI_FONT));
-        EXPECT_EQ(GetCurrentObject(surface.Context(), OBJ_PEN), GetStockObject(BLACK_PEN));
     }
 }
 
@@ -487,7 +468,7 @@ TEST_F(Buttons, LeaveNoObjectBehind)
             m_button.DrawButton(CDC::FromHandle(surface.Context()));
             CGUIButton other;
         }
-        return CountDrawingObjects();
+        return CountGdiObjects();
     };
     const int early = rounds(12);
     EXPECT_EQ(rounds(996), early);

@@ -1,6 +1,7 @@
 // Drawing through a colour key.
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
+#include "support/GdiObjects.h"
 #include "support/Probe.h"
 #include <gtest/gtest.h>
 #include <algorithm>
@@ -278,7 +279,7 @@ TEST_F(SavedDrawing, LeavesNoObjectBehind)
             CTransparentBmp other;
             other.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr);
         }
-        return CountDrawingObjects();
+        return CountGdiObjects();
     };
     const int early = rounds(21); // every kind of load has been tried
     EXPECT_EQ(rounds(987), early);

@@ -179,11 +179,3 @@ std::vector<COLORREF> Surface::Pixels() const
             pixels.push_back(GetPixel(m_context, x, y));
     return pixels;
 }
-
-int CountDrawingObjects()
-{
-    int count = 0;
-    for (UINT_PTR index = 1; index <= 0xFFFF; ++index)
-        count += GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0;
-    return count;
-}

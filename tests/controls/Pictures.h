@@ -1,4 +1,4 @@
-// Pictures whose every pixel is known, the surfaces to draw them on, and the count of drawing objects.
+// Pictures whose every pixel is known, and the surfaces to draw them on.
 #pragma once
 
 #include <string>
@@ -86,6 +86,3 @@ class Surface
     HBITMAP m_bitmap;
     HGDIOBJ m_former;
 };
-
-/// How many drawing objects this process has.
-int CountDrawingObjects();

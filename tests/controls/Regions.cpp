@@ -1,6 +1,7 @@
 // The region of a bitmap's visible pixels.
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
+#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
@@ -193,12 +194,12 @@ TEST(Regions, AreNullWhenTheSystemRefuses)
     {
         SCOPED_TRACE(testing::Message() << fault.function << ", call " << fault.call);
         trace.Clear();
-        const int objects = CountDrawingObjects();
+        const int objects = CountGdiObjects();
         {
             const auto refused = fault.refuse(fault.function, fault.call);
             EXPECT_FALSE(Region(picture, picture.Key()));
         }
-        EXPECT_EQ(CountDrawingObjects(), objects);
+        EXPECT_EQ(CountGdiObjects(), objects);
         const std::string log = trace.Log();
         EXPECT_EQ(log.empty() ? log : WithoutTimeStamp(log), fault.trace.empty() ? "" : text + fault.trace + "\n");
     }

@@ -1,6 +1,7 @@
 // Pictures for the trace receiver: the message as it arrives, the numbers, and what is dropped.
 #include "diag/CSpy.h"
 #include "diag/TracePicture.h"
+#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/TraceWorld.h"
 #include <afxwin.h>
@@ -114,15 +115,6 @@ class TracePictures : public testing::Test
     CSpy spy;
     CBitmap bitmap;
 };
-
-// GDI objects of this process.
-int CountGdiObjects()
-{
-    int count = 0;
-    for (UINT_PTR handle = 1; handle < 0x10000; ++handle)
-        count += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
-    return count;
-}
 } // namespace
 
 TEST_F(TracePictures, TheWholeMessage)

@@ -1,17 +1,7 @@
 // Geometry, drawing objects and device contexts.
 #include <afxwin.h>
+#include "support/GdiObjects.h"
 #include <gtest/gtest.h>
-
-namespace
-{
-int LivingGdiObjects()
-{
-    int count = 0;
-    for (UINT_PTR handle = 1; handle <= 0xFFFF; ++handle)
-        count += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
-    return count;
-}
-} // namespace
 
 TEST(Geometry, Rectangles)
 {
@@ -107,8 +97,8 @@ TEST(Drawing, FreesWhatItOwns)
     };
     for (int i = 0; i < 10; ++i)
         round();
-    const int before = LivingGdiObjects();
+    const int before = CountGdiObjects();
     for (int i = 0; i < 200; ++i)
         round();
-    EXPECT_EQ(LivingGdiObjects(), before);
+    EXPECT_EQ(CountGdiObjects(), before);
 }
