@@ -1,11 +1,17 @@
 // The demo host: what an application of the suite does with the library, on the sample product.
-//   demohost [PRINTER]    prints settings and their sources, a registry round trip, and the trace that all of it wrote
+//   demohost report [PRINTER]         prints settings and their sources, a registry round trip, and the trace of it all
+//   demohost window [FIELD=NUMBER...] shows the job status window on an ink report with these fields changed
+//   demohost tour FOLDER ltr|rtl      drives the window through its states and saves a picture of each
+#include "InkReport.h"
+#include "JobStatusWindow.h"
 #include "RegistryReport.h"
 #include "SettingsReport.h"
+#include "Tour.h"
 #include "TraceLog.h"
-#include <afx.h>
+#include <afxwin.h>
 #include "settings/TvkProduct.h"
 #include <cstdio>
+#include <cstring>
 
 namespace
 {
@@ -26,11 +32,9 @@ void ReportTrace(TraceLog& trace)
     for (size_t i = records.size() < Shown ? 0 : records.size() - Shown; i < records.size(); ++i)
         std::printf("%s\n", records[i].c_str());
 }
-} // namespace
 
-int main(int argc, char** argv)
+int Report(const char* printer)
 {
-    const char* printer = argc > 1 ? argv[1] : SamplePrinter;
     TraceLog trace;
     if (!trace.IsOn())
         std::printf("The trace could not be switched on: no rights to its key.\n");
@@ -44,4 +48,53 @@ int main(int argc, char** argv)
     ReportTrace(trace);
     std::printf("\n%s\n", settings && registry ? "All done." : "Something went wrong, see above.");
     return settings && registry ? 0 : 1;
+}
+
+int ShowWindow(int fieldCount, char** fields)
+{
+    INKINFO report = SampleInkReport();
+    for (int i = 0; i < fieldCount; ++i)
+    {
+        if (!SetInkField(report, fields[i]))
+        {
+            std::printf("not a field of the ink report and a number: %s\n", fields[i]);
+            return 2;
+        }
+    }
+    JobStatusWindow(report, 2).DoModal();
+    return 0;
+}
+
+int Tour(const char* folder, const char* layout)
+{
+    const int pictures = TakeTour(folder, std::strcmp(layout, "rtl") == 0);
+    if (pictures < 0)
+    {
+        std::printf("the pictures could not be saved in %s\n", folder);
+        return 1;
+    }
+    return 0;
+}
+
+int Usage()
+{
+    std::printf("demohost report [PRINTER] | window [FIELD=NUMBER...] | tour FOLDER ltr|rtl\n");
+    return 2;
+}
+
+CWinApp Application;
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (!AfxWinInit(GetModuleHandleA(nullptr), nullptr, GetCommandLineA(), SW_SHOW))
+        return 1;
+    const char* const command = argc > 1 ? argv[1] : "report";
+    if (std::strcmp(command, "report") == 0)
+        return Report(argc > 2 ? argv[2] : SamplePrinter);
+    if (std::strcmp(command, "window") == 0)
+        return ShowWindow(argc - 2, argv + 2);
+    if (std::strcmp(command, "tour") == 0 && argc == 4)
+        return Tour(argv[2], argv[3]);
+    return Usage();
 }

@@ -1,0 +1,64 @@
+#include "InkReport.h"
+#include <charconv>
+
+namespace
+{
+struct Field
+{
+    const char* name;
+    int INKINFO::*member;
+};
+
+constexpr Field Fields[] = {
+    {"InkStyle", &INKINFO::InkStyle},
+    {"InkPercent1", &INKINFO::InkPercent1},
+    {"InkPercent2", &INKINFO::InkPercent2},
+    {"InkPercent3", &INKINFO::InkPercent3},
+    {"InkPercent4", &INKINFO::InkPercent4},
+    {"InkPercent5", &INKINFO::InkPercent5},
+    {"InkPercent6", &INKINFO::InkPercent6},
+    {"InkPercent7", &INKINFO::InkPercent7},
+    {"iLogCartID1", &INKINFO::iLogCartID1},
+    {"iLogCartID2", &INKINFO::iLogCartID2},
+    {"iPhysCartID1", &INKINFO::iPhysCartID1},
+    {"iPhysCartID2", &INKINFO::iPhysCartID2},
+    {"iCart1Authenticity", &INKINFO::iCart1Authenticity},
+    {"iCart2Authenticity", &INKINFO::iCart2Authenticity},
+    {"iEstPagesRemaining", &INKINFO::iEstPagesRemaining},
+};
+} // namespace
+
+INKINFO SampleInkReport()
+{
+    INKINFO report = {};
+    report.InkStyle = 2;
+    report.InkPercent1 = 18;
+    report.InkPercent2 = 58;
+    report.InkPercent3 = 62;
+    report.InkPercent4 = 41;
+    report.iLogCartID1 = report.iPhysCartID1 = 80; // colour, standard yield
+    report.iLogCartID2 = report.iPhysCartID2 = 50; // black, high yield
+    report.iEstPagesRemaining = 120;
+    return report;
+}
+
+bool SetInkField(INKINFO& report, const std::string& assignment)
+{
+    const size_t equals = assignment.find('=');
+    if (equals == std::string::npos)
+        return false;
+    int value = 0;
+    const char* const end = assignment.data() + assignment.size();
+    const auto parsed = std::from_chars(assignment.data() + equals + 1, end, value);
+    if (parsed.ec != std::errc() || parsed.ptr != end)
+        return false;
+    for (const Field& field : Fields)
+    {
+        if (assignment.compare(0, equals, field.name) == 0)
+        {
+            report.*field.member = value;
+            return true;
+        }
+    }
+    return false;
+}
