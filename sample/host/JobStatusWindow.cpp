@@ -26,7 +26,7 @@ struct Place
 };
 
 constexpr Place Places[] = {
-    {IDC_COLOUR, {276, 236, 452, 264}},   {IDC_SUPPLIES, {16, 290, 60, 334}},  {IDC_OPTIONS, {68, 290, 112, 334}},
+    {IDC_COLOUR, {276, 236, 452, 264}},  {IDC_SUPPLIES, {16, 290, 60, 334}}, {IDC_OPTIONS, {68, 290, 112, 334}},
     {IDC_REFRESH, {184, 296, 316, 328}}, {IDC_ORDER, {332, 296, 464, 328}},
 };
 
@@ -87,11 +87,13 @@ void MakeFont(CFont& font, CWnd& like, int height, int weight)
 
 void FillGradient(CDC& dc, const CRect& rect, COLORREF top, COLORREF bottom)
 {
-    const auto mix = [&](int from, int to, int row) { return from + (to - from) * row / std::max(1, rect.Height() - 1); };
+    const auto mix = [&](int from, int to, int row)
+    { return from + (to - from) * row / std::max(1, rect.Height() - 1); };
     for (int row = 0; row < rect.Height(); ++row)
     {
-        const COLORREF colour = RGB(mix(GetRValue(top), GetRValue(bottom), row), mix(GetGValue(top), GetGValue(bottom), row),
-                                    mix(GetBValue(top), GetBValue(bottom), row));
+        const COLORREF colour =
+            RGB(mix(GetRValue(top), GetRValue(bottom), row), mix(GetGValue(top), GetGValue(bottom), row),
+                mix(GetBValue(top), GetBValue(bottom), row));
         dc.FillSolidRect(rect.left, rect.top + row, rect.Width(), 1, colour);
     }
 }
@@ -297,8 +299,8 @@ void JobStatusWindow::OnRefresh()
 
 LRESULT JobStatusWindow::OnColour(WPARAM colour, LPARAM)
 {
-    m_captionColour = static_cast<COLORREF>(colour) == COLOURPICKER_AUTOMATIC ? RGB(255, 255, 255)
-                                                                             : static_cast<COLORREF>(colour);
+    m_captionColour =
+        static_cast<COLORREF>(colour) == COLOURPICKER_AUTOMATIC ? RGB(255, 255, 255) : static_cast<COLORREF>(colour);
     MakeButtons();
     Invalidate();
     return 0;

@@ -13,7 +13,7 @@
 
 class JobStatusWindow : public CDialog
 {
-public:
+  public:
     /// @param report  what the tanks show; copied
     /// @param tanks   1, 2 or 4 tanks
     JobStatusWindow(const INKINFO& report, int tanks);
@@ -21,7 +21,7 @@ public:
     /// Shows another report.
     void ShowReport(const INKINFO& report);
 
-protected:
+  protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     afx_msg void OnPaint();
@@ -31,7 +31,7 @@ protected:
     afx_msg LRESULT OnColour(WPARAM colour, LPARAM control);
     DECLARE_MESSAGE_MAP()
 
-private:
+  private:
     void PlaceControls();
     void MakeButtons();
     void MakeTanks();

@@ -22,8 +22,8 @@ bool SaveScreen(const CRect& rect, const std::string& path)
     memory.BitBlt(0, 0, rect.Width(), rect.Height(), &screen, rect.left, rect.top, SRCCOPY);
     memory.SelectObject(before);
     std::vector<char> pixels(info.biSizeImage);
-    if (!GetDIBits(screen.GetSafeHdc(), static_cast<HBITMAP>(copy.GetSafeHandle()), 0,
-                   static_cast<UINT>(rect.Height()), pixels.data(), reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS))
+    if (!GetDIBits(screen.GetSafeHdc(), static_cast<HBITMAP>(copy.GetSafeHandle()), 0, static_cast<UINT>(rect.Height()),
+                   pixels.data(), reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS))
         return false;
 
     BITMAPFILEHEADER header = {};

@@ -24,7 +24,7 @@ constexpr int PickerRoom = 110;
 
 class TouringWindow : public JobStatusWindow
 {
-public:
+  public:
     TouringWindow(const std::string& folder, bool rightToLeft, int tanks, const Stop* stops, size_t count, int first)
         : JobStatusWindow(SampleInkReport(), tanks), m_prefix(folder + "\\" + (rightToLeft ? "rtl" : "ltr")),
           m_stops(stops), m_count(count), m_first(first)
@@ -49,7 +49,7 @@ public:
         keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
     }
 
-protected:
+  protected:
     BOOL OnInitDialog() override
     {
         JobStatusWindow::OnInitDialog();
@@ -88,7 +88,7 @@ protected:
     }
     DECLARE_MESSAGE_MAP()
 
-private:
+  private:
     const std::string m_prefix;
     const Stop* const m_stops;
     const size_t m_count;
@@ -107,31 +107,36 @@ constexpr Stop TwoTankStops[] = {
     {"hover", [](TouringWindow& window) { window.MouseOver(IDC_ORDER); }},
     {"pressed", [](TouringWindow& window) { window.MouseDown(); }},
     {"round-hover",
-     [](TouringWindow& window) {
+     [](TouringWindow& window)
+     {
          window.MouseAway(); // released outside its shape, the button reports no click
          window.MouseUp();
          window.MouseOver(IDC_OPTIONS);
      }},
     {"focus",
-     [](TouringWindow& window) {
+     [](TouringWindow& window)
+     {
          window.MouseAway();
          window.GetDlgItem(IDC_OPTIONS)->SetFocus();
          window.Key(VK_TAB);
      }},
     {"picker-open",
-     [](TouringWindow& window) {
+     [](TouringWindow& window)
+     {
          window.MouseOver(IDC_COLOUR);
          window.MouseDown();
          window.MouseUp();
      },
      PickerRoom},
     {"colour-chosen",
-     [](TouringWindow& window) {
+     [](TouringWindow& window)
+     {
          for (const int key : {VK_UP, VK_LEFT, VK_LEFT, VK_RETURN})
              window.Key(static_cast<BYTE>(key));
      }},
     {"disabled-unknown-ink",
-     [](TouringWindow& window) {
+     [](TouringWindow& window)
+     {
          window.MouseAway();
          INKINFO report = SampleInkReport();
          report.InkPercent1 = -101; // the printer's mark for a level it does not know
