@@ -159,10 +159,7 @@ HBITMAP CButton::GetBitmap() const
     return reinterpret_cast<HBITMAP>(Tell<LRESULT>(*this, BM_GETIMAGE, IMAGE_BITMAP));
 }
 
-void CButton::DrawItem(LPDRAWITEMSTRUCT)
-{
-    ASSERT(false); // an owner-drawn button draws itself
-}
+void CButton::DrawItem(LPDRAWITEMSTRUCT) {}
 
 BOOL CButton::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
@@ -359,10 +356,7 @@ BOOL CListBox::SetTabStops(int count, LPINT stops)
     return Tell<BOOL>(*this, LB_SETTABSTOPS, Index(count), reinterpret_cast<LPARAM>(stops));
 }
 
-void CListBox::DrawItem(LPDRAWITEMSTRUCT)
-{
-    ASSERT(false); // an owner-drawn list draws its items
-}
+void CListBox::DrawItem(LPDRAWITEMSTRUCT) {}
 
 void CListBox::MeasureItem(LPMEASUREITEMSTRUCT) {}
 
@@ -486,10 +480,7 @@ BOOL CComboBox::LimitText(int maximum)
     return Tell<BOOL>(*this, CB_LIMITTEXT, Index(maximum));
 }
 
-void CComboBox::DrawItem(LPDRAWITEMSTRUCT)
-{
-    ASSERT(false); // an owner-drawn list draws its items
-}
+void CComboBox::DrawItem(LPDRAWITEMSTRUCT) {}
 
 void CComboBox::MeasureItem(LPMEASUREITEMSTRUCT) {}
 
