@@ -37,6 +37,27 @@ CString DriverFolder()
            (system.GetOSVer() == CRegistry::OS_WINNT4 ? "2\\" : "3\\");
 }
 
+/// Where the spooler keeps print processors.
+CString PrintProcessorFolder()
+{
+    CString path;
+    const CString folder = SystemFolder();
+    return CRegistry().GetOSPlatform() == CRegistry::OS_PLATFORM_WIN9X
+               ? folder
+               : folder.Left(folder.GetLength() - 1) + TvkProduct().GetSetting("IDO_PRTPROCSPATH", path);
+}
+
+/// Where the options dialog looks for skins that are not the product's own.
+CString AddedSkinFolder()
+{
+    char path[MAX_PATH] = "";
+    const UINT length = GetWindowsDirectoryA(path, sizeof path);
+    if (length == 0 || length >= sizeof path)
+        throw StepFailure("the Windows directory cannot be read", GetLastError());
+    CString folder;
+    return path + TvkProduct().GetSetting("IDO_JSWALTSKINDIRECTORY", folder);
+}
+
 void AddFolder(std::vector<InstalledFile>& files, const CString& from, const CString& to)
 {
     WIN32_FIND_DATAA found;
@@ -99,8 +120,14 @@ std::vector<InstalledFile> ProductFiles()
     const CString source = ProgramFolder() + "product\\";
     AddFolder(files, source + "driver\\", DriverFolder());
     AddFolder(files, source + "system\\", SystemFolder());
+    AddFolder(files, source + "prtprocs\\", PrintProcessorFolder());
+    AddFolder(files, source + "skins\\", AddedSkinFolder());
     if (files.empty())
         throw StepFailure("the product's files are not in " + std::string(source));
+    // The suite's programs take the library from the driver's folder; its version is the product's.
+    CString utilities;
+    TvkProduct().GetSetting("IDO_UTILITIES_DLL", utilities);
+    files.push_back({ProgramFolder() + utilities, DriverFolder() + utilities});
     return files;
 }
 
@@ -118,4 +145,9 @@ void RemoveFile(const InstalledFile& file)
 {
     if (!DeleteFileA(file.target) && GetLastError() != ERROR_FILE_NOT_FOUND && GetLastError() != ERROR_PATH_NOT_FOUND)
         throw StepFailure("cannot delete " + std::string(file.target), GetLastError());
+}
+
+void RemoveAddedSkinFolder()
+{
+    RemoveDirectoryA(AddedSkinFolder()); // a user's own skins keep it
 }

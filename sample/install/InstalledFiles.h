@@ -1,5 +1,6 @@
-// The product's files outside the program folder. They wait beside the program, in product\system for the system
-// directory and in product\driver for the printer driver's directory.
+// The product's files outside the program folder. They wait beside the program: in product\system for the system
+// directory, in product\driver for the printer driver's directory, in product\prtprocs for the print processors', in
+// product\skins for that of added skins. The utilities library itself also belongs to the driver's.
 #pragma once
 
 #include <afx.h>
@@ -21,3 +22,6 @@ void InstallFile(const InstalledFile& file);
 /// Deletes the installed file; its folder stays, as the spooler's. A file that is not there is no failure. Throws
 /// StepFailure.
 void RemoveFile(const InstalledFile& file);
+
+/// Deletes the folder of added skins if nothing is left in it.
+void RemoveAddedSkinFolder();

@@ -153,6 +153,7 @@ bool Remove()
     undo(ProgramEntry(), [] { RemoveTree(ProgramEntry(), Programs); });
     for (const InstalledFile& file : ProductFiles())
         undo(file.target, [&file] { RemoveFile(file); });
+    RemoveAddedSkinFolder();
     if (printer.IsEmpty())
         std::printf("The list of programs names no printer: the product was not, or not wholly, installed.\n");
     return clean && !printer.IsEmpty();
