@@ -97,7 +97,7 @@ int CGUIButton::SetDisabledBitmap(UINT nID, COLORREF crKey)
     m_bHasDisabledBmp = 1;
     delete m_pDisabledBmp;
     m_pDisabledBmp = nullptr;
-    m_pDisabledBmp = LoadFace(nullptr, {nID, crKey}, true, m_hDisabledRgn);
+    m_pDisabledBmp = LoadFace(nullptr, nID, crKey, true, m_hDisabledRgn);
     return m_hDisabledRgn != nullptr;
 }
 
@@ -115,21 +115,21 @@ int CGUIButton::LoadFaces(HINSTANCE hInst, const Face& normal, const Face& hover
     m_nNormalID = normal.id;
     m_nHoverID = hover.id;
     m_nPressedID = pressed.id;
-    m_pNormalBmp = LoadFace(hInst, normal, stretch, m_hNormalRgn);
-    m_pHoverBmp = LoadFace(hInst, hover, stretch, m_hHoverRgn);
-    m_pPressedBmp = LoadFace(hInst, pressed, stretch, m_hPressedRgn);
+    m_pNormalBmp = LoadFace(hInst, normal.id, normal.key, stretch, m_hNormalRgn);
+    m_pHoverBmp = LoadFace(hInst, hover.id, hover.key, stretch, m_hHoverRgn);
+    m_pPressedBmp = LoadFace(hInst, pressed.id, pressed.key, stretch, m_hPressedRgn);
     m_bThreeState = m_pHoverBmp && m_pPressedBmp;
     return m_hNormalRgn && (!m_pHoverBmp || m_hHoverRgn) && (!m_pPressedBmp || m_hPressedRgn);
 }
 
-CTransparentBmp* CGUIButton::LoadFace(HINSTANCE hInst, const Face& face, bool stretch, HRGN& region)
+CTransparentBmp* CGUIButton::LoadFace(HINSTANCE hInst, UINT nID, COLORREF crKey, bool stretch, HRGN& region)
 {
     region = nullptr;
-    if (!face.id)
+    if (!nID)
         return nullptr;
     auto bitmap = std::make_unique<CTransparentBmp>();
     bitmap->SetSaveBmp(m_bSaveBmp);
-    region = bitmap->LoadTransparent(hInst, face.id, face.key, stretch ? &m_rcButton : nullptr);
+    region = bitmap->LoadTransparent(hInst, nID, crKey, stretch ? &m_rcButton : nullptr);
     return bitmap.release();
 }
 
@@ -457,6 +457,12 @@ LRESULT CGUIButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             return 0;
         }
         break;
+    case BM_CLICK:
+        // Sent for the caption's mnemonic and by screen readers. The system would click on the window's corner, which
+        // may lie outside the shape.
+        if (IsWindowEnabled())
+            SendClick();
+        return 0;
     case WM_SETTEXT:
     {
         const LRESULT result = CStatic::WindowProc(message, wParam, lParam);

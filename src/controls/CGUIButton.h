@@ -101,6 +101,22 @@ class AFX_EXT_CLASS CGUIButton : public CStatic
 
     /// Has the button painted anew.
     virtual void Repaint();
+    /// The face to show now; null for none.
+    virtual CTransparentBmp* CurrentFace(bool disabled) const;
+    /// Draws a face and the caption.
+    virtual void DrawFace(CDC* pDC, CTransparentBmp* face);
+    /// Whether a point, relative to the button's top left corner, is one that answers the mouse.
+    virtual bool InShape(CPoint point) const;
+
+    /// Loads a face and answers its region in `region`, null when that fails. No face for the identifier 0.
+    CTransparentBmp* LoadFace(HINSTANCE hInst, UINT nID, COLORREF crKey, bool stretch, HRGN& region);
+    void FreeFaces();
+    /// Takes the mouse, unless the button has it.
+    void Capture();
+    /// Changes the pressed state, and shows it.
+    void SetPressed(int bPressed);
+    /// Tells the parent that the button was clicked.
+    void SendClick();
 
     CGUIFont m_font;
     int m_bFocus = 0;
@@ -145,17 +161,9 @@ class AFX_EXT_CLASS CGUIButton : public CStatic
   private:
     struct Face;
     int LoadFaces(HINSTANCE hInst, const Face& normal, const Face& hover, const Face& pressed, bool stretch);
-    CTransparentBmp* LoadFace(HINSTANCE hInst, const Face& face, bool stretch, HRGN& region);
-    void FreeFaces();
     void PlaceStretched();
-    CTransparentBmp* CurrentFace(bool disabled) const;
-    void DrawFace(CDC* pDC, CTransparentBmp* face);
     void DrawCaption(CDC* pDC);
     bool IsShown() const;
-    bool InShape(CPoint point) const;
-    void Capture();
-    void SetPressed(int bPressed);
     void TrackHover(bool inside);
     void TrackPress(bool inside);
-    void SendClick();
 };

@@ -1,0 +1,20 @@
+// A link to a help topic.
+#pragma once
+
+#include "links/CGUILink.h"
+
+/// A link to a topic of the application's help.
+class AFX_EXT_CLASS CGUIHelpLink : public CGUILink
+{
+    DECLARE_DYNAMIC(CGUIHelpLink)
+
+  public:
+    /// The text is underlined.
+    CGUIHelpLink();
+    ~CGUIHelpLink() override;
+
+    /// Has the application show its help for a topic (CWinApp::WinHelp, as context help). Nothing happens in a program
+    /// without an application object.
+    /// @param nHelpID  the topic's number among the controls; the help file's is that plus 0x10000
+    void FollowLink(UINT nHelpID);
+};
