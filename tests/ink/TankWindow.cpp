@@ -1,4 +1,5 @@
 #include "TankWindow.h"
+#include "controls/Pictures.h"
 #include "settings/TvkProduct.h"
 #include <gtest/gtest.h>
 #include <algorithm>
@@ -7,12 +8,6 @@
 namespace
 {
 constexpr char ClassName[] = "TankWindow";
-constexpr DWORD Key = 0x00FF00;
-
-DWORD Pixel(COLORREF color)
-{
-    return static_cast<DWORD>(GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color));
-}
 
 void RegisterWindowClass()
 {
@@ -29,43 +24,31 @@ void RegisterWindowClass()
 }
 
 /// Every tank bitmap as it looks on the window's background.
-const std::map<Pixels, int>& KnownPictures()
+const std::map<std::vector<COLORREF>, int>& KnownPictures()
 {
-    static const std::map<Pixels, int> pictures = []
+    static const std::map<std::vector<COLORREF>, int> pictures = []
     {
-        std::map<Pixels, int> found;
+        std::map<std::vector<COLORREF>, int> found;
         for (int id = 134; id <= 389; ++id)
         {
-            if (const Pixels pixels = TankBitmap(id, TankWindow::Background); !pixels.empty())
-                found[pixels] = id;
+            std::vector<COLORREF> pixels = TankBitmap(id);
+            std::ranges::replace(pixels, Hole, TankWindow::Background);
+            found[pixels] = id;
         }
         return found;
     }();
     return pictures;
 }
+
+std::vector<COLORREF> PixelsOf(HDC context)
+{
+    const Surface copy(TankWindow::Width, TankWindow::Height, 0);
+    BitBlt(copy.Context(), 0, 0, TankWindow::Width, TankWindow::Height, context, 0, 0, SRCCOPY);
+    return copy.Pixels();
+}
 } // namespace
 
-Pixels ReadPixels(HDC context, int left, int top, int width, int height)
-{
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    const HDC memory = CreateCompatibleDC(context);
-    const HBITMAP bitmap = CreateDIBSection(context, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ old = SelectObject(memory, bitmap);
-    SetLayout(memory, GetLayout(context));
-    BitBlt(memory, 0, 0, width, height, context, left, top, SRCCOPY);
-    GdiFlush();
-    const auto* const first = static_cast<const DWORD*>(bits);
-    Pixels pixels(first, first + width * height);
-    std::ranges::transform(pixels, pixels.begin(), [](DWORD pixel) { return pixel & 0xFFFFFF; });
-    SelectObject(memory, old);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    return pixels;
-}
-
-Pixels TankBitmap(int id, COLORREF background)
+std::vector<COLORREF> TankBitmap(int id)
 {
     const HANDLE bitmap =
         LoadImageA(TankWindow::Bitmaps(), MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION);
@@ -74,12 +57,11 @@ Pixels TankBitmap(int id, COLORREF background)
         return {};
     EXPECT_TRUE(description.bmWidth == TankWindow::Width && description.bmHeight == TankWindow::Height) << id;
     const HDC memory = CreateCompatibleDC(nullptr);
-    const HGDIOBJ old = SelectObject(memory, bitmap);
-    Pixels pixels = ReadPixels(memory, 0, 0, TankWindow::Width, TankWindow::Height);
-    SelectObject(memory, old);
+    const HGDIOBJ former = SelectObject(memory, bitmap);
+    std::vector<COLORREF> pixels = PixelsOf(memory);
+    SelectObject(memory, former);
     DeleteDC(memory);
     DeleteObject(bitmap);
-    std::ranges::replace(pixels, Key, Pixel(background));
     return pixels;
 }
 
@@ -118,9 +100,9 @@ int TankWindow::Shown(int index)
     UpdateWindow(m_window);
     UpdateWindow(control);
     const HDC context = GetDC(control);
-    const Pixels pixels = ReadPixels(context, 0, 0, Width, Height);
+    const std::vector<COLORREF> pixels = PixelsOf(context);
     ReleaseDC(control, context);
-    if (std::ranges::count(pixels, Pixel(Background)) == Width * Height)
+    if (std::ranges::count(pixels, Background) == Width * Height)
         return 0;
     const auto found = KnownPictures().find(pixels);
     return found == KnownPictures().end() ? -1 : found->second;

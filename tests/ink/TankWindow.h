@@ -31,10 +31,7 @@ class TankWindow
     std::vector<std::unique_ptr<CGUIInkTank>> m_tanks;
 };
 
-using Pixels = std::vector<DWORD>; ///< 0x00RRGGBB, from the top left corner
-
-/// What a context shows in a rectangle.
-Pixels ReadPixels(HDC context, int left, int top, int width, int height);
-/// A tank bitmap of TankWindow::Bitmaps(), the transparent colour replaced; empty when there is none of that id and
-/// size.
-Pixels TankBitmap(int id, COLORREF background);
+/// The pixels of a tank bitmap of TankWindow::Bitmaps(), row by row, Hole where it is transparent; empty when there is
+/// none of that id.
+std::vector<COLORREF> TankBitmap(int id);
+constexpr COLORREF Hole = RGB(0, 255, 0);
