@@ -1,6 +1,7 @@
 // The tanks' pictures, seen on real windows.
 #include "TankWindow.h"
 #include "controls/Pictures.h"
+#include "support/GdiObjects.h"
 #include "support/TestProduct.h"
 #include "ink/CGUIInkDisplay.h"
 #include "ink/InkDisplay.h"
@@ -152,7 +153,7 @@ TEST(Tank, LeavesNoDrawingObjectsBehind)
             Show(window.Tank(0), i % 16, i % 102);
             UpdateWindow(window.Tank(0).m_hWnd);
         }
-        return CountDrawingObjects();
+        return CountGdiObjects();
     };
     const int afterTen = rounds(10);
     EXPECT_EQ(rounds(1000), afterTen);
