@@ -106,21 +106,28 @@ class ButtonWorld : public testing::Test
         AfxSetResourceHandle(m_formerModule);
     }
 
-    static void Pump(DWORD milliseconds = 0)
+    static void Pump()
     {
-        const DWORD end = GetTickCount() + milliseconds;
-        do
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+            if (!IsDialogMessageA(GetActiveWindow(), &message))
+            {
+                TranslateMessage(&message);
+                DispatchMessageA(&message);
+            }
+    }
+    /// Handles messages until the condition holds, for three seconds at the most. Input and screen are not immediate.
+    template <class F>
+    static bool Until(F condition)
+    {
+        for (int tries = 0; tries < 300; ++tries)
         {
-            MSG message;
-            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
-                if (!IsDialogMessageA(GetActiveWindow(), &message))
-                {
-                    TranslateMessage(&message);
-                    DispatchMessageA(&message);
-                }
-            if (milliseconds)
-                Sleep(5);
-        } while (GetTickCount() < end);
+            Pump();
+            if (condition())
+                return true;
+            Sleep(10);
+        }
+        return false;
     }
 
     /// The face that DrawButton shows now: a letter; its holes show the surface, or the host's paper
@@ -141,14 +148,29 @@ class ButtonWorld : public testing::Test
                 return {"?NHPDN"[id]};
         return "?";
     }
-    /// What stands on the screen.
-    COLORREF OnScreen(int x, int y)
+    /// What stands on the screen, once it is as expected or has had its time.
+    static COLORREF OnScreen(int x, int y, const std::function<bool(COLORREF)>& expected)
     {
-        Pump(30);
-        const HDC context = GetDC(nullptr);
-        const COLORREF colour = GetPixel(context, 50 + x, 60 + y);
-        ReleaseDC(nullptr, context);
+        COLORREF colour = CLR_INVALID;
+        Until(
+            [&]
+            {
+                const HDC context = GetDC(nullptr);
+                colour = GetPixel(context, 50 + x, 60 + y);
+                ReleaseDC(nullptr, context);
+                return expected(colour);
+            });
         return colour;
+    }
+    static bool IsPaperAt(int x, int y)
+    {
+        const auto isPaper = [](COLORREF colour) { return colour == Paper; };
+        return isPaper(OnScreen(x, y, isPaper));
+    }
+    /// The face on the screen.
+    std::string Seen(const std::string& expected, int x = Left + 4) const
+    {
+        return Letter(OnScreen(x, Top + 4, [&](COLORREF colour) { return Letter(colour) == expected; }));
     }
 
     const std::map<FaceId, Picture> m_faces = {{Normal, MakeFace(Normal, Green)},
@@ -247,15 +269,15 @@ TEST_F(Buttons, ShowThatTheyAreDisabled)
             m_button.SetSaveBmp();
         m_button.Initialize(Normal, Green); // takes the disabled face away
         m_button.EnableWindow(FALSE);
-        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "NN") << "no such face";
+        EXPECT_EQ(Shown() + Seen("N"), "NN") << "no such face";
         m_button.EnableWindow();
         EXPECT_EQ(m_button.SetDisabledBitmap(Disabled, Green), 1);
-        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "NN");
+        EXPECT_EQ(Shown() + Seen("N"), "NN");
         m_button.EnableWindow(FALSE);
-        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "DD");
-        EXPECT_EQ(OnScreen(Left, Top), Paper) << "the parent's background shows through";
+        EXPECT_EQ(Shown() + Seen("D"), "DD");
+        EXPECT_TRUE(IsPaperAt(Left, Top)) << "the parent's background shows through";
         m_button.EnableWindow();
-        EXPECT_EQ(Shown() + Letter(OnScreen(Left + 4, Top + 4)), "NN");
+        EXPECT_EQ(Shown() + Seen("N"), "NN");
     }
     m_button.ShowWindow(SW_HIDE);
     EXPECT_EQ(Shown(), "?") << "hidden, nothing is drawn";
@@ -399,9 +421,9 @@ TEST_F(MirroredButtons, LieWhereTheParentSeesThem)
     EXPECT_EQ(m_button.m_rcButton, CRect(Left, Top, Left + Width, Top + Height));
     m_host.painted = &m_button;
     m_host.Invalidate();
-    EXPECT_EQ(Letter(OnScreen(200 - 1 - (Left + 4), Top + 4)), "N");
-    EXPECT_EQ(OnScreen(Left + 4, Top + 4), Paper);
-    EXPECT_EQ(OnScreen(200 - 1 - Left, Top), Paper);
+    EXPECT_EQ(Seen("N", 200 - 1 - (Left + 4)), "N");
+    EXPECT_TRUE(IsPaperAt(Left + 4, Top + 4));
+    EXPECT_TRUE(IsPaperAt(200 - 1 - Left, Top));
     EXPECT_TRUE(m_button.HitTest(CPoint(Left + 4, Top + 4)));
 }
 
@@ -410,16 +432,16 @@ TEST_F(Buttons, AnswerRealMouseAndKeyboard)
     m_button.Initialize(Normal, Hover, Pressed, Green, 0);
     m_button.EnableCursorMorph(5);
     m_host.painted = &m_button;
+    m_host.Invalidate();
     SetForegroundWindow(m_host.m_hWnd);
-    const auto mouse = [&](DWORD flags)
+    const auto mouse = [](DWORD flags)
     {
         INPUT input = {};
         input.type = INPUT_MOUSE;
         input.mi.dwFlags = flags;
         SendInput(1, &input, sizeof input);
-        Pump(150);
     };
-    const auto key = [&](WORD code)
+    const auto key = [](WORD code)
     {
         INPUT inputs[2] = {};
         for (INPUT& input : inputs)
@@ -429,29 +451,27 @@ TEST_F(Buttons, AnswerRealMouseAndKeyboard)
         }
         inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
         SendInput(2, inputs, sizeof inputs[0]);
-        Pump(150);
     };
+    const auto clicked = [&](int times) { return Until([&] { return m_host.clicks == times; }); };
     SetCursorPos(5, 5);
-    Pump(150);
+    EXPECT_EQ(Seen("N"), "N");
     SetCursorPos(50 + Left + 10, 60 + Top + 10);
-    Pump(150);
-    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "H");
-    EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_HAND));
+    EXPECT_EQ(Seen("H"), "H");
+    EXPECT_TRUE(Until([] { return GetCursor() == LoadCursorA(nullptr, IDC_HAND); }));
     mouse(MOUSEEVENTF_LEFTDOWN);
-    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "P");
+    EXPECT_EQ(Seen("P"), "P");
     mouse(MOUSEEVENTF_LEFTUP);
-    EXPECT_EQ(m_host.clicks, 1);
+    EXPECT_TRUE(clicked(1));
     SetCursorPos(5, 5);
-    Pump(150);
-    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
+    EXPECT_EQ(Seen("N"), "N");
 
     SetFocus(m_host.m_hWnd);
     key(VK_TAB);
-    EXPECT_EQ(GetFocus(), m_button.m_hWnd);
+    EXPECT_TRUE(Until([&] { return GetFocus() == m_button.m_hWnd; }));
     key(VK_SPACE);
-    EXPECT_EQ(m_host.clicks, 2);
+    EXPECT_TRUE(clicked(2));
     key(VK_RETURN);
-    EXPECT_EQ(m_host.clicks, 3);
+    EXPECT_TRUE(clicked(3));
 }
 
 TEST_F(Buttons, LeaveNoObjectBehind)
@@ -486,11 +506,11 @@ TEST_F(OwnButtons, PaintThemselvesOverTheParentsBackground)
     m_button.Initialize(Normal, Hover, Pressed, Green, 0);
     m_button.SetDisabledBitmap(Disabled, Green);
     m_button.Invalidate();
-    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "N");
-    EXPECT_EQ(OnScreen(Left, Top), Paper);
+    EXPECT_EQ(Seen("N"), "N");
+    EXPECT_TRUE(IsPaperAt(Left, Top));
     m_button.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "H");
+    EXPECT_EQ(Seen("H"), "H");
     m_button.EnableWindow(FALSE);
-    EXPECT_EQ(Letter(OnScreen(Left + 4, Top + 4)), "D");
+    EXPECT_EQ(Seen("D"), "D");
 }
 } // namespace
