@@ -4,7 +4,7 @@
 function(add_resource_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT;FOLDER" "DEPENDS")
   add_library(${name} MODULE ${arg_UNPARSED_ARGUMENTS})
-  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C)
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C PREFIX "")
   if(arg_OUTPUT)
     set_target_properties(${name} PROPERTIES OUTPUT_NAME ${arg_OUTPUT})
   endif()

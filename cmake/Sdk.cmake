@@ -14,3 +14,8 @@ configure_file(${CMAKE_SOURCE_DIR}/cmake/TorvaneUtilitiesConfig.cmake.in
                ${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfig.cmake @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfig.cmake ${CMAKE_BINARY_DIR}/TorvaneUtilitiesConfigVersion.cmake
         DESTINATION ${_package})
+# For product engineers: the settings compiler with its table of keys, and the functions that build with it.
+install(FILES ${CMAKE_SOURCE_DIR}/cmake/ResourceLibrary.cmake ${CMAKE_SOURCE_DIR}/cmake/SettingsLibrary.cmake
+        DESTINATION ${_package})
+install(FILES ${UTIL_KNOWN_KEYS} ${UTIL_SETTINGS_TOOLS}/compile_settings.py ${UTIL_SETTINGS_TOOLS}/settingsfile.py
+        ${UTIL_SETTINGS_TOOLS}/knownkeys.py DESTINATION ${_package}/settings)

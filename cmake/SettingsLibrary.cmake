@@ -2,11 +2,13 @@
 # A product's settings library: the settings file compiled into resources, and string tables beside them. PARTIAL: the
 # library answers some keys only, in front of another one. ${PREFIX} in the settings stands for the product prefix.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-set(UTIL_KNOWN_KEYS ${CMAKE_SOURCE_DIR}/src/settings/known-keys.tsv)
-set(UTIL_SETTINGS_TOOLS ${CMAKE_SOURCE_DIR}/tools/settings)
-# Writes the reference of settings; with --check it tells whether the committed one is up to date.
-set(UTIL_DOCUMENT_KEYS ${Python3_EXECUTABLE} ${UTIL_SETTINGS_TOOLS}/document_keys.py --keys ${UTIL_KNOWN_KEYS}
-    --introduction ${UTIL_SETTINGS_TOOLS}/introduction.md --output ${CMAKE_SOURCE_DIR}/docs/settings.md)
+# In the SDK the compiler and its table lie beside this file.
+set(UTIL_SETTINGS_TOOLS ${CMAKE_CURRENT_LIST_DIR}/settings)
+set(UTIL_KNOWN_KEYS ${UTIL_SETTINGS_TOOLS}/known-keys.tsv)
+if(NOT EXISTS ${UTIL_SETTINGS_TOOLS})
+  cmake_path(SET UTIL_SETTINGS_TOOLS NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../tools/settings)
+  cmake_path(SET UTIL_KNOWN_KEYS NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../src/settings/known-keys.tsv)
+endif()
 
 function(add_settings_library name settings)
   cmake_parse_arguments(PARSE_ARGV 2 arg "PARTIAL" "OUTPUT" "STRINGS")
