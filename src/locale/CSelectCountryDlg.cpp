@@ -1,0 +1,59 @@
+#include "locale/CSelectCountryDlg.h"
+#include "locale/SelectCountryResources.h"
+
+BEGIN_MESSAGE_MAP(CSelectCountryDlg, CDialog)
+    ON_LBN_SELCHANGE(IDC_SELECT_COUNTRY_LIST, OnListSelection)
+    ON_LBN_DBLCLK(IDC_SELECT_COUNTRY_LIST, OnListDoubleClick)
+END_MESSAGE_MAP()
+
+CSelectCountryDlg::CSelectCountryDlg(CWnd* parent) : CDialog(IDD_SELECT_COUNTRY, parent) {}
+
+CSelectCountryDlg::~CSelectCountryDlg() = default;
+
+BOOL CSelectCountryDlg::OnInitDialog()
+{
+    CDialog::OnInitDialog();
+    m_Numbers.GetPhoneNumberList();
+    CListBox* list = List();
+    for (int i = 0; i < m_Numbers.m_nCount; ++i)
+        list->AddString(m_Numbers.m_strDisplay[i]);
+    list->SetCurSel(FindMyCountry());
+    OnListSelection();
+    return TRUE;
+}
+
+void CSelectCountryDlg::OnOK()
+{
+    const int chosen = List()->GetCurSel();
+    if (chosen < 0 || chosen >= m_Numbers.m_nCount)
+        return; // Return reaches a disabled OK, too
+    m_Numbers.WriteMyLocaleKey(m_Numbers.m_strLocale[chosen]);
+    CDialog::OnOK();
+}
+
+void CSelectCountryDlg::OnListSelection()
+{
+    GetDlgItem(IDOK)->EnableWindow(List()->GetCurSel() != LB_ERR);
+}
+
+void CSelectCountryDlg::OnListDoubleClick()
+{
+    OnOK();
+}
+
+CListBox* CSelectCountryDlg::List() const
+{
+    return static_cast<CListBox*>(GetDlgItem(IDC_SELECT_COUNTRY_LIST));
+}
+
+/// The entry with the remembered locale; -1 when the list has none.
+int CSelectCountryDlg::FindMyCountry()
+{
+    CString valueName;
+    TvkProduct().GetSetting("IDO_KEY_NAME_MYLOCALE", valueName);
+    const CString myLocale = m_Numbers.ReadMyLocaleKey(valueName);
+    int i = m_Numbers.m_nCount - 1;
+    while (i >= 0 && m_Numbers.m_strLocale[i] != myLocale)
+        --i;
+    return i;
+}

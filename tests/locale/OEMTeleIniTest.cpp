@@ -1,0 +1,465 @@
+// Support numbers from a real INI file, the remembered country in the real registry, the combo box and the dialog as
+// real windows.
+#include "locale/CSelectCountryDlg.h"
+#include "locale/OEMTeleIni.h"
+#include "locale/SelectCountryResources.h"
+#include "support/IatPatch.h"
+#include "support/Probe.h"
+#include "support/RegistryWorld.h"
+#include "support/TestProduct.h"
+#include <gmock/gmock.h>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <thread>
+
+namespace
+{
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+
+const std::string DriverRoot = "C:\\windows\\system32\\telephone test\\";
+const char* const Supplies = "SOFTWARE\\Telephone test\\Store\\M1";
+const char* const OwnSupplies = "SOFTWARE\\Telephone test\\Own\\M1";
+const char* const Resources = PRODUCT_PREFIX "cres.dll"; // beside the library, with a name as long as its own
+const char* const MirroredResources = PRODUCT_PREFIX "crtl.dll";
+
+TestProduct TelephoneProduct(unsigned long attachNumber, const char* resources = Resources,
+                             const char* residentResources = "notloaded.dll", unsigned long oneClick = 0)
+{
+    return TestProduct({{"IDO_PHONENUMBER_INIFILE_NAME", "tele.ini"},
+                        {"IDO_PHONENUMBER_SECTION_NAME", "Numbers"},
+                        {"IDO_DEFAULTSTRING", "Default"},
+                        {"IDO_DEFAULT_PHONENUMBER_STRING", "Worldwide"},
+                        {"IDO_ATTACH_PHONE_NUMBER_OPTION", attachNumber},
+                        {"IDO_KEY_NAME_MYLOCALE", "MyLocale"},
+                        {"IDO_ONECLICK_INK_ORDER", oneClick},
+                        {"IDO_SUPPLIES_REG_PATH", "SOFTWARE\\Telephone test\\Own\\"},
+                        {"IDO_MORVAY_SUPPLIES_REG_PATH", "SOFTWARE\\Telephone test\\Store\\"},
+                        {"IDO_PRINTER_MODEL", "M1"},
+                        {"IDO_WINNTPATH", "\\telephone test\\"},
+                        {"IDO_UTIL_DLL", PRODUCT_PREFIX "util.dll"},
+                        {"IDO_UTIL_RESDLL", resources},
+                        {"IDO_JSW_RESDLL", residentResources}});
+}
+
+void WriteNumber(const std::string& locale, const char* number, const std::string& folder = DriverRoot + "3\\")
+{
+    const std::string key = "  0x" + locale.substr(4);
+    ASSERT_TRUE(WritePrivateProfileStringA("Numbers", key.c_str(), number, (folder + "tele.ini").c_str()));
+}
+
+/// What derived classes may use.
+class Telephones : public OEMTeleIni
+{
+  public:
+    using OEMTeleIni::GetLocalizedCountryString;
+
+    std::vector<std::string> List()
+    {
+        GetPhoneNumberList();
+        std::vector<std::string> list;
+        for (int i = 0; i < m_nCount; ++i)
+            list.push_back(std::string(m_strLocale[i].Mid(4)) + " " + std::string(m_strDisplay[i]));
+        return list;
+    }
+    std::vector<std::string> DefaultNumber()
+    {
+        CString country = "unchanged";
+        const CString number = GetDefaultPhoneNumber(country);
+        return {std::string(number), std::string(country)};
+    }
+};
+
+class TelephoneList : public testing::Test
+{
+  protected:
+    TelephoneList()
+    {
+        fs::create_directories(DriverRoot + "3");
+        m_registry.Claim(HKEY_LOCAL_MACHINE, Supplies);
+        m_registry.Claim(HKEY_LOCAL_MACHINE, OwnSupplies);
+        m_userLocale = *RegistryWorld::Get(HKEY_CURRENT_USER, "Control Panel\\International", "Locale");
+        SetUserLocale("00000407");
+    }
+    ~TelephoneList() override
+    {
+        SetUserLocale(m_userLocale.c_str());
+        fs::remove_all(DriverRoot);
+        EXPECT_FALSE(GetModuleHandleA(Resources)) << "still loaded";
+    }
+    static void SetUserLocale(const char* locale)
+    {
+        RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "Locale", REG_SZ, locale,
+                        static_cast<DWORD>(strlen(locale) + 1));
+    }
+    void Remember(const std::string& locale)
+    {
+        m_registry.Key(HKEY_LOCAL_MACHINE, Supplies);
+        m_registry.SetText(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", locale);
+    }
+    /// Up to the NUL, with which the system completes a text.
+    static std::string Remembered(const char* path = Supplies)
+    {
+        return RegistryWorld::Get(HKEY_LOCAL_MACHINE, path, "MyLocale").value_or("nothing").c_str();
+    }
+
+    RegistryWorld m_registry;
+
+  private:
+    std::string m_userLocale;
+};
+
+TEST_F(TelephoneList, HasMyCountryFirstThenTheOthersInTheSuitesOrder)
+{
+    const TestProduct product = TelephoneProduct(1);
+    Remember("00000409");
+    std::string section; // every number that could be a locale's
+    for (unsigned int language = 1; language < 0x40; ++language)
+        for (unsigned int country = 1; country < 0x20; ++country)
+        {
+            char line[32];
+            const int length =
+                std::snprintf(line, sizeof line, "  0x%04X=%04X", country << 10 | language, country << 10 | language);
+            section.append(line, static_cast<std::size_t>(length) + 1);
+        }
+    WritePrivateProfileSectionA("Numbers", section.c_str(), (DriverRoot + "3\\tele.ini").c_str());
+    Telephones telephones;
+    const std::vector<std::string> list = telephones.List();
+    ASSERT_EQ(list.size(), 106u);
+    const std::pair<std::size_t, const char*> places[] = {
+        {0, "0409 0409 - United States"}, {1, "0436 0436 - South Africa"}, {2, "041C 041C - Albania"},
+        {31, "0C01 0C01 - Egypt"},        {88, "0C0A 0C0A - Spain"},       {105, "2401 2401 - Yemen"}};
+    for (const auto& [place, text] : places)
+        EXPECT_EQ(list[place], text);
+    EXPECT_EQ(telephones.List(), list) << "made anew";
+    EXPECT_EQ(Remembered(), "00000409");
+}
+
+TEST_F(TelephoneList, ShowsEachCountryOnce)
+{
+    const TestProduct product = TelephoneProduct(0);
+    for (const char* locale : {"0000040A", "00000C0A", "00000807", "0000100C", "00000810", "00000409"})
+        WriteNumber(locale, "1");
+    Remember("0000040A");
+    Telephones telephones;
+    EXPECT_THAT(telephones.List(), ElementsAre("040A Spain", "100C Switzerland", "0409 United States"));
+    Remember("00000C0A");
+    EXPECT_THAT(telephones.List(), ElementsAre("0C0A Spain", "100C Switzerland", "0409 United States"));
+    Remember("00000407"); // no number
+    EXPECT_THAT(telephones.List(), ElementsAre("040A Spain", "100C Switzerland", "0409 United States"));
+}
+
+TEST_F(TelephoneList, TellsNumbersFromTheirAbsence)
+{
+    const TestProduct product = TelephoneProduct(0);
+    const std::string longNumber(400, '7');
+    WriteNumber("00000401", "");
+    WriteNumber("00000402", "Default");
+    WriteNumber("00000403", "default");
+    WriteNumber("00000404", "0800 (1) 22");
+    WriteNumber("0000040C", "France's");
+    WriteNumber("00000405", longNumber.c_str());
+    const struct
+    {
+        const char* locale;
+        int result;
+        std::string number;
+    } cases[] = {
+        {"00000401", 0, ""},
+        {"00000402", 0, "Default"},
+        {"00000403", 1, "default"},
+        {"00000404", 1, "0800 (1) 22"},
+        {"00000405", 1, longNumber.substr(0, 255)},
+        {"00000406", 0, "Default"}, // no such key
+        {"0000040c", 1, "France's"},
+        {"abcd0404", 1, "0800 (1) 22"}, // only what is behind the fourth character counts
+        {"0404", 0, "Default"},
+        {"040", 0, ""},
+        {"", 0, ""},
+    };
+    OEMTeleIni telephones;
+    for (const auto& [locale, result, number] : cases)
+    {
+        CString read = "unchanged";
+        EXPECT_EQ(telephones.GetPhoneNumber(locale, read), result) << locale;
+        EXPECT_EQ(std::string(read), number) << locale;
+    }
+    CString read;
+    EXPECT_EQ(telephones.GetPhoneNumber(CString('4', 300), read), 0);
+    fs::remove(DriverRoot + "3\\tele.ini");
+    EXPECT_EQ(telephones.GetPhoneNumber("00000404", read), 0);
+    EXPECT_STREQ(read, "");
+}
+
+PROBE(Number)
+{
+    const TestProduct product = TelephoneProduct(0);
+    CString number;
+    OEMTeleIni().GetPhoneNumber("00000404", number);
+    std::printf("%s", static_cast<LPCSTR>(number));
+    return 0;
+}
+
+TEST_F(TelephoneList, LiesInTheDriversDirectoryOfTheWindowsFamily)
+{
+    const std::pair<const char*, std::string> cases[] = {
+        {"win98", "C:\\windows\\system32\\"}, {"nt40", DriverRoot + "2\\"}, {"winxp", DriverRoot + "3\\"}};
+    for (const auto& [windows, folder] : cases)
+    {
+        fs::create_directories(folder);
+        WriteNumber("00000404", windows, folder);
+        EXPECT_EQ(RunProbeUnder(windows, "Number").output, windows);
+        fs::remove(folder + "tele.ini");
+    }
+}
+
+TEST_F(TelephoneList, NamesCountriesAsTheSystemDoes)
+{
+    const TestProduct product = TelephoneProduct(0);
+    Telephones telephones;
+    const std::pair<const char*, const char*> cases[] = {
+        {"00000407", "Germany"},  {"0000040c", "France"}, {"00002C0a", "Argentina"},     {"00001234", "United States"},
+        {"407", "United States"}, {"", "United States"},  {"00000407 ", "United States"}};
+    for (const auto& [locale, country] : cases)
+        EXPECT_STREQ(telephones.GetLocalizedCountryString(locale), country) << locale;
+}
+
+TEST_F(TelephoneList, RemembersTheSystemsLocaleWhenThereIsNone)
+{
+    const TestProduct product = TelephoneProduct(0);
+    WriteNumber("00000407", "1");
+    WriteNumber("00000409", "2");
+    const struct
+    {
+        const char* what;
+        std::function<void()> prepare;
+        const char* remembered;
+        const char* first;
+    } cases[] = {
+        {"no key", [] {}, "00000407", "0407 Germany"},
+        {"empty", [this] { Remember(""); }, "00000407", "0407 Germany"},
+        {"only prepared", [this] { Remember("MyLocale"); }, "00000407", "0407 Germany"},
+        {"too long", [this] { Remember(std::string(400, '4')); }, "00000407", "0407 Germany"},
+        {"a number", [this] { m_registry.SetNumber(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", 0x409); }, "00000407",
+         "0407 Germany"},
+        {"one of ours", [this] { Remember("00000409"); }, "00000409", "0409 United States"},
+        {"whatever it is", [this] { Remember("mine"); }, "mine", "0407 Germany"},
+    };
+    for (const auto& [what, prepare, remembered, first] : cases)
+    {
+        prepare();
+        Telephones telephones;
+        EXPECT_EQ(telephones.List().at(0), first) << what;
+        EXPECT_EQ(Remembered(), remembered) << what;
+    }
+    SetUserLocale("of no country");
+    Remember("");
+    Telephones().List();
+    EXPECT_EQ(Remembered(), "0000040C") << "the suite's default";
+}
+
+TEST_F(TelephoneList, GoesOnWithoutRightsToTheKey)
+{
+    const TestProduct product = TelephoneProduct(0);
+    WriteNumber("00000407", "1");
+    Remember("00000409");
+    m_registry.Restrict(HKEY_LOCAL_MACHINE, Supplies, KEY_READ);
+    Telephones telephones;
+    EXPECT_STREQ(telephones.ReadMyLocaleKey("MyLocale"), "");
+    EXPECT_THAT(telephones.List(), ElementsAre("0407 Germany"));
+    telephones.WriteMyLocaleKey("00000411");
+    EXPECT_EQ(Remembered(), "00000409");
+}
+
+TEST_F(TelephoneList, RemembersUnderTheKeyOfTheOrderingTool)
+{
+    const TestProduct product = TelephoneProduct(0, Resources, "notloaded.dll", 1);
+    OEMTeleIni telephones;
+    telephones.WriteMyLocaleKey("00000411");
+    EXPECT_EQ(Remembered(OwnSupplies), "00000411");
+    EXPECT_STREQ(telephones.ReadMyLocaleKey("MyLocale"), "00000411");
+    EXPECT_STREQ(telephones.ReadMyLocaleKey("another value"), "");
+    EXPECT_EQ(Remembered(), "nothing");
+}
+
+TEST_F(TelephoneList, HasADefaultNumber)
+{
+    const TestProduct product = TelephoneProduct(0);
+    const HINSTANCE resource = AfxGetResourceHandle();
+    const struct
+    {
+        const char *german, *american, *number, *country, *remembered;
+    } cases[] = {
+        {"030 1", "555 1", "030 1", "Germany", "00000407"},
+        {"Worldwide", "555 1", "Worldwide support", "Germany", "00000407"},
+        {"WORLDWIDE", "555 1", "Worldwide support", "Germany", "00000407"},
+        {"Default", "555 1", "555 1", "United States", "00000409"},
+        {"", "worldwide", "Worldwide support", "United States", "00000409"},
+        {"Default", "Default", "Default", "United States", "00000409"},
+    };
+    for (const auto& [german, american, number, country, remembered] : cases)
+    {
+        WriteNumber("00000407", german);
+        WriteNumber("00000409", american);
+        Remember("00000407");
+        EXPECT_THAT(Telephones().DefaultNumber(), ElementsAre(number, country)) << german;
+        EXPECT_EQ(Remembered(), remembered) << german;
+        EXPECT_EQ(AfxGetResourceHandle(), resource);
+        EXPECT_FALSE(GetModuleHandleA(Resources));
+    }
+    fs::remove(DriverRoot + "3\\tele.ini");
+    EXPECT_THAT(Telephones().DefaultNumber(), ElementsAre("", "United States"));
+}
+
+std::vector<std::string> g_boxes;
+int WINAPI NoteBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style)
+{
+    g_boxes.push_back(std::string(text) + "|" + caption + "|" + std::to_string(owner ? 1u : style));
+    return IDOK;
+}
+
+TEST_F(TelephoneList, TakesTextsFromAResidentLibraryAndTellsOfAMissingOne)
+{
+    const IatPatch box(LibraryUnderTest(), "MessageBoxA", NoteBox);
+    g_boxes.clear();
+    const HINSTANCE resource = AfxGetResourceHandle();
+    {
+        const TestProduct product = TelephoneProduct(0, "nowhere.dll", MirroredResources);
+        WriteNumber("00000407", "Worldwide");
+        const HMODULE resident = LoadLibraryA(MirroredResources);
+        EXPECT_THAT(Telephones().DefaultNumber(), ElementsAre("Worldwide support", "Germany"));
+        EXPECT_TRUE(g_boxes.empty());
+        EXPECT_EQ(GetModuleHandleA(MirroredResources), resident);
+        FreeLibrary(resident);
+        EXPECT_FALSE(GetModuleHandleA(MirroredResources)) << "one load too many";
+    }
+    const TestProduct product = TelephoneProduct(0, "nowhere.dll");
+    Telephones telephones;
+    EXPECT_THAT(telephones.DefaultNumber(), ElementsAre("", "Germany"));
+    telephones.DefaultNumber();
+    // The library's own path less eleven characters, as many as the missing name has: its first letter stays.
+    const std::string path = TestFolder() + std::string(PRODUCT_PREFIX, 1) + "nowhere.dll";
+    EXPECT_THAT(g_boxes, ElementsAre(path + "|ERROR|0", path + "|ERROR|0"));
+    EXPECT_EQ(AfxGetResourceHandle(), resource);
+}
+
+TEST_F(TelephoneList, WidensAComboBoxByHalfOfWhatIsMissing)
+{
+    const TestProduct product = TelephoneProduct(0);
+    OEMTeleIni telephones;
+    for (const DWORD layout : {0L, WS_EX_LAYOUTRTL})
+    {
+        SCOPED_TRACE(layout);
+        CWnd parent;
+        ASSERT_TRUE(parent.CreateEx(layout, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 100, 100, 600, 300,
+                                    nullptr, nullptr));
+        CComboBox combo;
+        ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, CRect(40, 30, 161, 200), &parent, 1));
+        const auto place = [&combo, &parent]
+        {
+            RECT rect;
+            combo.GetWindowRect(&rect);
+            MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&rect), 2);
+            return CRect(std::min(rect.left, rect.right), rect.top, std::max(rect.left, rect.right), rect.bottom);
+        };
+        const CRect before = place();
+        telephones.ExpandCombobox(&combo);
+        combo.AddString("i");
+        telephones.ExpandCombobox(&combo);
+        EXPECT_EQ(place(), before) << "everything fits";
+        const std::string longest = "Saint Vincent and the Grenadines, a country with a long name";
+        combo.AddString(longest.c_str());
+        combo.AddString("short");
+        CDC* dc = combo.GetDC();
+        SIZE extent;
+        GetTextExtentPoint32A(dc->m_hDC, longest.c_str(), static_cast<int>(longest.size()), &extent);
+        combo.ReleaseDC(dc);
+        const int missing = extent.cx - static_cast<int>(combo.SendMessage(CB_GETDROPPEDWIDTH));
+        ASSERT_GT(missing, 10);
+        telephones.ExpandCombobox(&combo);
+        EXPECT_EQ(place().TopLeft(), before.TopLeft());
+        EXPECT_EQ(place().Size(), CSize(before.Width() + missing / 2, before.Height()));
+    }
+}
+
+/// What a user does in the dialog, from another thread, once it is there; then it must be gone.
+void InDialog(OEMTeleIni& telephones, const std::function<void(HWND dialog, HWND list)>& act)
+{
+    HWND dialog = nullptr;
+    std::thread user(
+        [&]
+        {
+            for (int i = 0; i < 500 && !(dialog && IsWindowVisible(dialog)); ++i)
+            {
+                Sleep(10);
+                dialog = FindWindowA("#32770", "Telephone Support");
+            }
+            if (dialog)
+                act(dialog, GetDlgItem(dialog, IDC_SELECT_COUNTRY_LIST));
+        });
+    telephones.OnSelectCountryLink();
+    user.join();
+    EXPECT_TRUE(dialog) << "no dialog";
+    EXPECT_FALSE(IsWindow(dialog));
+    EXPECT_FALSE(GetModuleHandleA(Resources));
+}
+
+void Press(HWND dialog, int button)
+{
+    SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+}
+
+TEST_F(TelephoneList, LetsTheUserChooseACountry)
+{
+    const TestProduct product = TelephoneProduct(1);
+    for (const char* locale : {"00000407", "00000409", "0000040C"})
+        WriteNumber(locale, locale + 4);
+    Remember("00000409");
+    OEMTeleIni telephones;
+    InDialog(telephones,
+             [](HWND dialog, HWND list)
+             {
+                 EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 3);
+                 EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), 0);
+                 char text[100] = "";
+                 SendMessageA(list, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
+                 EXPECT_STREQ(text, "0409 - United States");
+                 EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
+                 SendMessageA(list, LB_SETCURSEL, 2, 0);
+                 Press(dialog, IDCANCEL);
+             });
+    EXPECT_EQ(Remembered(), "00000409") << "cancelled";
+    InDialog(telephones,
+             [](HWND dialog, HWND list)
+             {
+                 SendMessageA(list, LB_SETCURSEL, 2, 0);
+                 Press(dialog, IDOK);
+             });
+    EXPECT_EQ(Remembered(), "00000407");
+    InDialog(telephones,
+             [](HWND dialog, HWND list)
+             {
+                 SendMessageA(list, LB_SETCURSEL, 1, 0);
+                 SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_SELECT_COUNTRY_LIST, LBN_DBLCLK),
+                              reinterpret_cast<LPARAM>(list));
+             });
+    EXPECT_EQ(Remembered(), "0000040C") << "a double click is OK";
+
+    Remember("00000411"); // no number
+    InDialog(telephones,
+             [](HWND dialog, HWND list)
+             {
+                 EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), LB_ERR);
+                 EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
+                 Press(dialog, IDOK);
+                 EXPECT_TRUE(IsWindow(dialog)) << "nothing is chosen";
+                 SendMessageA(list, LB_SETCURSEL, 0, 0);
+                 SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_SELECT_COUNTRY_LIST, LBN_SELCHANGE),
+                              reinterpret_cast<LPARAM>(list));
+                 EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
+                 Press(dialog, IDCANCEL);
+             });
+    EXPECT_EQ(Remembered(), "00000411");
+}
+} // namespace
