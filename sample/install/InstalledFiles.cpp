@@ -5,16 +5,6 @@
 
 namespace
 {
-CString ProgramFolder()
-{
-    char path[MAX_PATH] = "";
-    const DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
-    if (length == 0 || length >= sizeof path)
-        throw StepFailure("the program's own path is too long");
-    const CString file(path);
-    return file.Left(file.ReverseFind('\\') + 1);
-}
-
 CString SystemFolder()
 {
     char path[MAX_PATH] = "";
@@ -22,19 +12,6 @@ CString SystemFolder()
     if (length == 0 || length >= sizeof path)
         throw StepFailure("the system directory cannot be read", GetLastError());
     return CString(path) + "\\";
-}
-
-/// Where the spooler keeps a driver's files: the library looks for them there.
-CString DriverFolder()
-{
-    CRegistry system;
-    if (system.GetOSPlatform() == CRegistry::OS_PLATFORM_WIN9X)
-        return SystemFolder();
-    CString driverPath;
-    TvkProduct().GetSetting("IDO_WINNTPATH", driverPath);
-    const CString folder = SystemFolder();
-    return folder.Left(folder.GetLength() - 1) + driverPath +
-           (system.GetOSVer() == CRegistry::OS_WINNT4 ? "2\\" : "3\\");
 }
 
 /// Where the spooler keeps print processors.
@@ -114,6 +91,28 @@ std::vector<CString> FoldersAbove(const CString& file)
 }
 } // namespace
 
+CString ProgramFolder()
+{
+    char path[MAX_PATH] = "";
+    const DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
+    if (length == 0 || length >= sizeof path)
+        throw StepFailure("the program's own path is too long");
+    const CString file(path);
+    return file.Left(file.ReverseFind('\\') + 1);
+}
+
+CString DriverFolder()
+{
+    CRegistry system;
+    if (system.GetOSPlatform() == CRegistry::OS_PLATFORM_WIN9X)
+        return SystemFolder();
+    CString driverPath;
+    TvkProduct().GetSetting("IDO_WINNTPATH", driverPath);
+    const CString folder = SystemFolder();
+    return folder.Left(folder.GetLength() - 1) + driverPath +
+           (system.GetOSVer() == CRegistry::OS_WINNT4 ? "2\\" : "3\\");
+}
+
 std::vector<InstalledFile> ProductFiles()
 {
     std::vector<InstalledFile> files;
@@ -129,6 +128,13 @@ std::vector<InstalledFile> ProductFiles()
     TvkProduct().GetSetting("IDO_UTILITIES_DLL", utilities);
     files.push_back({ProgramFolder() + utilities, DriverFolder() + utilities});
     return files;
+}
+
+std::vector<InstalledFile> WrittenFiles()
+{
+    CString participation;
+    TvkProduct().GetSetting("IDO_DATARETRIEVER_FILENAME", participation);
+    return {{"", SystemFolder() + participation.Left(participation.ReverseFind('.')) + ".ini"}};
 }
 
 void InstallFile(const InstalledFile& file)

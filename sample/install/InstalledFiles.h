@@ -12,12 +12,21 @@ struct InstalledFile
     CString target;
 };
 
+/// The folder of this program and of the suite's, with the backslash.
+CString ProgramFolder();
+
+/// Where the spooler keeps a driver's files, with the backslash: the library looks for them there.
+CString DriverFolder();
+
 /// Every file that waits, with the place it belongs to. Throws StepFailure when there is none.
 std::vector<InstalledFile> ProductFiles();
 
 /// Copies the file. Of an INI file every value is written into the target one, so that what is already there is kept.
 /// Throws StepFailure.
 void InstallFile(const InstalledFile& file);
+
+/// Files that the product's libraries write once they are used.
+std::vector<InstalledFile> WrittenFiles();
 
 /// Deletes the installed file; its folder stays, as the spooler's. A file that is not there is no failure. Throws
 /// StepFailure.

@@ -1,12 +1,16 @@
 // productinstall [--printer NAME] [--trace 0-4]: installs the sample product into this machine, as the suite's
-// installer does: the files of the driver's and the system directory, the printer's registry keys, the supplies key.
+// installer does: the files of the driver's and the system directory, a printer, its registry keys, the supplies key,
+// shortcuts.
 // productinstall --remove: takes all of it out again.
 //
 // Every step is one line of output. A step that fails ends the installation with exit code 1; --remove then takes out
 // what was done so far.
 #include "InstalledFiles.h"
+#include "InstalledPrinter.h"
+#include "InstalledShortcuts.h"
 #include "RegistryTree.h"
 #include "Step.h"
+#include "settings/TvkIniFile.h"
 #include "settings/TvkProduct.h"
 
 #include <cstdio>
@@ -62,9 +66,17 @@ void InstallProgramEntry(const CString& printer)
     Report("listed as a program", key);
 }
 
+PrinterDriver Driver()
+{
+    return {Setting("IDO_MFG") + " " + Setting("IDO_PRINTER_MODEL"),
+            ProgramFolder() + "product\\printer\\" + TvkProduct::GetProductPrefix() + "ink.ppd"};
+}
+
 /// The driver's own key: without it the library keeps the printer's settings per user.
 void InstallPrinter(const CString& printer)
 {
+    AddPrinter(printer, Driver());
+    Report("printer installed", printer);
     CSafeRegistry registry;
     const CString key = PrinterDataKey(printer);
     WriteText(registry, HKEY_LOCAL_MACHINE, key, "OriginalFriendlyName", printer);
@@ -84,6 +96,37 @@ void InstallPrinterKeys(const CString& printer)
         registry.Close();
         Report("printer's settings key", registry.GetSubKey());
     }
+}
+
+/// Beside the printer communication library, which answers it (sample/product/communication.c).
+CString StatusFile()
+{
+    const CString library = Setting("IDO_COMX_DLL_FILENAME");
+    return DriverFolder() + library.Left(library.ReverseFind('.')) + ".ini";
+}
+
+/// What a printer would have reported by now: the yellow ink is nearly used up.
+void InstallPrinterStatus(const CString& printer)
+{
+    constexpr const char* Values[][2] = {
+        {"SerialNumber", "LM460-0142-7"},
+        {"InkStyle", "2"},
+        {"InkPercent1", "62"},
+        {"InkPercent2", "35"},
+        {"InkPercent3", "71"},
+        {"InkPercent4", "8"},
+        {"LogicalCartridge1", "50"},
+        {"LogicalCartridge2", "82"},
+        {"PhysicalCartridge1", "50"},
+        {"PhysicalCartridge2", "82"},
+        {"SavedCartridge1", "50"},
+        {"SavedCartridge2", "82"},
+    };
+    TvkIniFile ini;
+    for (const auto& [key, value] : Values)
+        if (!ini.WriteINI(StatusFile(), printer, key, value))
+            throw StepFailure("cannot write " + std::string(key) + " to " + std::string(StatusFile()));
+    Report("printer's last report", StatusFile());
 }
 
 void InstallSupplies()
@@ -114,7 +157,9 @@ void Install(CString printer, int trace)
     InstallProgramEntry(printer);
     InstallPrinter(printer);
     InstallPrinterKeys(printer);
+    InstallPrinterStatus(printer);
     InstallSupplies();
+    InstallShortcuts(ProgramFolder());
     InstallTraceSwitch(trace);
     std::printf("%s is installed.\n", static_cast<LPCSTR>(printer));
 }
@@ -139,6 +184,7 @@ bool Remove()
     };
 
     undo(TraceKey, [] { RemoveValue(TraceKey, "GUILOG", Software); });
+    undo("shortcuts", RemoveShortcuts);
     undo(SuppliesKey(), [] { RemoveTree(SuppliesKey(), Software); });
     if (!printer.IsEmpty())
     {
@@ -149,10 +195,13 @@ bool Remove()
         }
         undo(PrinterDataKey(printer),
              [&printer] { RemoveValue(PrinterDataKey(printer), "OriginalFriendlyName", Printers); });
+        undo(printer, [&printer] { RemovePrinter(printer, Driver()); });
+        undo(StatusFile(), [] { RemoveFile({"", StatusFile()}); });
     }
     undo(ProgramEntry(), [] { RemoveTree(ProgramEntry(), Programs); });
-    for (const InstalledFile& file : ProductFiles())
-        undo(file.target, [&file] { RemoveFile(file); });
+    for (const auto& files : {ProductFiles(), WrittenFiles()})
+        for (const InstalledFile& file : files)
+            undo(file.target, [&file] { RemoveFile(file); });
     RemoveAddedSkinFolder();
     if (printer.IsEmpty())
         std::printf("The list of programs names no printer: the product was not, or not wholly, installed.\n");

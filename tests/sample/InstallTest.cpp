@@ -1,8 +1,12 @@
 // The sample product installed into this machine and taken out again; what programs read in between.
 #include "KnownKeys.h"
+#include "links/CComxDataRetriever.h"
+#include "links/CDataRetriever.h"
+#include "locale/OEMTeleIni.h"
 #include "settings/ConfigurationLibrary.h"
 #include "settings/TvkIniFile.h"
 #include "settings/TvkProduct.h"
+#include "system/CPrinterData.h"
 #include "system/CSafeRegistry.h"
 #include "support/Probe.h"
 
@@ -19,6 +23,8 @@ namespace
 using testing::HasSubstr;
 
 const char* const SystemFolder = "C:\\windows\\system32\\";
+const char* const StartMenu = "C:\\ProgramData\\Microsoft\\Windows\\Start Menu\\";
+const char* const Desktop = "C:\\users\\Public\\Desktop\\";
 const char* const DriverFolder = "C:\\windows\\system32\\spool\\drivers\\x64\\3\\";
 
 ProcessResult Installer(const std::string& arguments)
@@ -56,8 +62,11 @@ std::set<std::string> Machine()
     for (const char* folder : {"C:\\", "C:\\windows"})
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             found.insert(entry.path().string());
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(SystemFolder))
-        found.insert(entry.path().string());
+    for (const char* folder : {SystemFolder, StartMenu, Desktop})
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+            found.insert(entry.path().string());
+    for (const char* key : {"\\Drivers\\Version-3", "\\Drivers"}) // the spooler's own, made for the first driver
+        found.erase(std::string("SYSTEM\\CurrentControlSet\\Control\\Print\\Environments\\Windows x64") + key);
     std::set<std::string> small;
     for (std::string name : found)
     {
@@ -102,8 +111,10 @@ TEST(ProductInstall, LeavesTheMachineAsItWas)
           "system\\currentcontrolset\\control\\print\\printers\\office printer\\printerdriverdata : "
           "originalfriendlyname",
           "software\\torvane\\morvay supplies\\larkmoor400 : servicetag",
-          "c:\\windows\\system32\\" PRODUCT_PREFIX "plc.ini"})
+          "c:\\windows\\system32\\" PRODUCT_PREFIX "plc.ini", "c:\\users\\public\\desktop\\printer status.lnk",
+          "c:\\programdata\\microsoft\\windows\\start menu\\programs\\torvane printer suite\\printer status.lnk"})
         EXPECT_EQ(between.count(made), 1u) << made;
+    EXPECT_EQ(CDataRetriever().SetParticipationLevel(1), 1); // leaves a file
     const ProcessResult removed = Installer("--remove");
     EXPECT_EQ(removed.exitCode, 0u) << removed.output;
     EXPECT_EQ(Machine(), before);
@@ -160,6 +171,32 @@ TEST_F(InstalledProduct, PrinterHasItsSettingsKeyForEveryUser)
     ASSERT_EQ(registry.Open(nullptr, "PrinterDriverData", 0, KEY_READ), 1);
     EXPECT_EQ(registry.Read(reinterpret_cast<unsigned char*>(model), &size, &type, "Model"), 1);
     EXPECT_STREQ(model, "Larkmoor 460");
+}
+
+TEST_F(InstalledProduct, PrinterAnswersForItsPapersAndItsInk)
+{
+    CPrinterData data;
+    short paper = DMPAPER_A4;
+    CRect area;
+    EXPECT_EQ(data.GetBorderlessPaperSize("Torvane Larkmoor 460", paper, area), 1);
+    EXPECT_EQ(area, CRect(0, 0, 2479, 3508));
+    CComxDataRetriever retriever;
+    EXPECT_EQ(retriever.GetPrinterCacheData("Torvane Larkmoor 460"), 1);
+    EXPECT_STREQ(retriever.GetSerialNumber(), "LM460-0142-7");
+    EXPECT_EQ(retriever.GetInkPercent(4), 8u);
+    EXPECT_EQ(CComxDataRetriever().GetPrinterCacheData("another printer"), 0);
+}
+
+TEST_F(InstalledProduct, SupportNumbersAreThere)
+{
+    CString country;
+    OEMTeleIni telephones;
+    EXPECT_STREQ(telephones.GetDefaultPhoneNumber(country), "(555) 555-0142");
+    telephones.GetPhoneNumberList();
+    EXPECT_STREQ(telephones.m_strDisplay[0], "(555) 555-0142 - United States");
+    telephones.WriteMyLocaleKey("00000807");
+    EXPECT_STREQ(telephones.GetDefaultPhoneNumber(country), "Worldwide support: www.torvane.example/support");
+    EXPECT_STREQ(country, "Switzerland");
 }
 
 TEST_F(InstalledProduct, ConfigurationLibraryAnswersEveryOverride)
