@@ -18,7 +18,7 @@ std::wstring StringBlock(int id, const std::string& text)
     return block;
 }
 
-void WriteLibrary(const std::string& path, TestSettings settings, const std::string& language)
+void WriteLibrary(const std::string& path, const SettingList& settings, const std::string& language)
 {
     const std::string seed = TestFolder() + TestProduct::LibraryName();
     ASSERT_TRUE(CopyFileA(seed.c_str(), path.c_str(), FALSE)) << path << ": " << GetLastError();
@@ -48,7 +48,7 @@ std::string MakeProductFolder()
 }
 } // namespace
 
-TestLibrary::TestLibrary(const std::string& fileName, TestSettings settings, const std::string& language)
+TestLibrary::TestLibrary(const std::string& fileName, const SettingList& settings, const std::string& language)
     : m_path(TestFolder() + fileName)
 {
     WriteLibrary(m_path, settings, language);
@@ -60,6 +60,11 @@ TestLibrary::~TestLibrary()
 }
 
 TestProduct::TestProduct(TestSettings settings, const std::string& language)
+    : TestProduct(SettingList(settings), language)
+{
+}
+
+TestProduct::TestProduct(const SettingList& settings, const std::string& language)
     : m_folder(MakeProductFolder()),
       m_library(std::make_unique<TestLibrary>(m_folder + "\\" + LibraryName(), settings, language))
 {

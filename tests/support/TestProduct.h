@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <vector>
 #include <windows.h>
 
 /// One setting of a settings library: a text with its NUL, a 32-bit number, or the bytes as they are.
@@ -20,6 +21,8 @@ struct TestSetting
     std::string bytes;
 };
 using TestSettings = std::initializer_list<TestSetting>;
+/// Settings that a test puts together.
+using SettingList = std::vector<TestSetting>;
 
 /// A settings library in a file, not loaded.
 class TestLibrary
@@ -27,7 +30,7 @@ class TestLibrary
   public:
     /// Writes `fileName` beside the utilities library under test. `language` becomes string 8003, the driver's
     /// language.
-    TestLibrary(const std::string& fileName, TestSettings settings, const std::string& language = "");
+    TestLibrary(const std::string& fileName, const SettingList& settings, const std::string& language = "");
     ~TestLibrary();
     TestLibrary(const TestLibrary&) = delete;
     TestLibrary& operator=(const TestLibrary&) = delete;
@@ -44,6 +47,7 @@ class TestProduct
 {
   public:
     explicit TestProduct(TestSettings settings, const std::string& language = "");
+    explicit TestProduct(const SettingList& settings, const std::string& language = "");
     ~TestProduct();
 
     /// The settings library's file name, as records name it.
