@@ -6,9 +6,14 @@ namespace tvk
 {
 bool StartDetached(const char* commandLine)
 {
-    std::string line = commandLine; // the system may write into it
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
+    return StartDetached(commandLine, startup);
+}
+
+bool StartDetached(const char* commandLine, STARTUPINFOA& startup)
+{
+    std::string line = commandLine; // the system may write into it
     PROCESS_INFORMATION started{};
     if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, NORMAL_PRIORITY_CLASS | DETACHED_PROCESS,
                         nullptr, nullptr, &startup, &started))

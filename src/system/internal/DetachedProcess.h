@@ -9,4 +9,6 @@ namespace tvk
 /// waited for, the process and thread handles are closed. Returns false when the system refuses; the reason is the
 /// thread's last error.
 bool StartDetached(const char* commandLine);
+/// The same with start-up information of the caller's.
+bool StartDetached(const char* commandLine, STARTUPINFOA& startup);
 } // namespace tvk

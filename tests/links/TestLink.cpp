@@ -1,0 +1,76 @@
+#include "TestLink.h"
+#include <algorithm>
+
+const LinkName LinkNames[15] = {
+    {"offer", "IDO_SPECIALOFFER_SUBURL", "IDO_SPECIALOFFER_URL_OVERRIDE"},
+    {"support", "IDO_SUPPORT_SUBURL", "IDO_SUPPORT_URL_OVERRIDE"},
+    {"software", "IDO_SOFTWARE_SUBURL", "IDO_SOFTWARE_URL_OVERRIDE"},
+    {"register", "IDO_REGISTRATION_SUBURL", "IDO_REGISTRATION_URL_OVERRIDE"},
+    {"supplies", "IDO_SUPPLIES_SUBURL", "IDO_SUPPLIES_URL_OVERRIDE"},
+    {"contact", "IDO_MORECONTACT_SUBURL", "IDO_MORECONTACT_URL_OVERRIDE"},
+    {"home", "IDO_HOMEPAGE_SUBURL", "IDO_HOMEPAGE_URL_OVERRIDE"},
+    {"reward", "IDO_REWARD_SUBURL", "IDO_REWARD_URL_OVERRIDE"},
+    {"skin", "IDO_SKIN_SUBURL", "IDO_SKIN_URL_OVERRIDE"},
+    {"reseller", "IDO_RESELLER_SUBURL", "IDO_RESELLER_URL_OVERRIDE"},
+    {"tech", "IDO_CONTACTTECH_SUBURL", "IDO_CONTACTTECH_URL_OVERRIDE"},
+    {"privacy", "IDO_PRIVACY_SUBURL", "IDO_PRIVACY_URL_OVERRIDE"},
+    {"business", "IDO_TORVANESMB_SUBURL", "IDO_TORVANESMB_URL_OVERRIDE"},
+    {"tutorial", "IDO_WEBTUTORIAL_SUBURL", "IDO_WEBTUTORIAL_URL_OVERRIDE"},
+    {"genuine", "IDO_GENUINE_SUBURL", "IDO_GENUINE_URL_OVERRIDE"},
+};
+
+SettingList AddressSettings(const SettingList& changes)
+{
+    SettingList settings = {
+        {"IDO_TORVANEURL", "http://base/go"},
+        {"IDO_OEM_URL_OVERRIDE", "1"},
+        {"IDO_FUNC_URLPARAM", "?f="},
+        {"IDO_LANG_URLPARAM", "&l="},
+        {"IDO_PRTR_URLPARAM", "&p="},
+        {"IDO_CTRY_URLPARAM", "&c="},
+        {"IDO_OS_URLPARAM", "&o="},
+        {"IDO_SRC_URLPARAM", "&s="},
+        {"IDO_PARTNER_URLPARAM", "&r="},
+        {"IDO_C1_URLPARAM", "&c1="},
+        {"IDO_L1_URLPARAM", "&l1="},
+        {"IDO_C2_URLPARAM", "&c2="},
+        {"IDO_L2_URLPARAM", "&l2="},
+        {"IDO_CARTRIDGEINFO_WEBLINKURL", 1ul},
+        {"IDO_INKSTYLE", 2ul},
+        {"IDO_URL_PRINTER_CODE", "PC"},
+        {"IDO_URL_RZB_SOURCEVAR", "SV"},
+        {"IDO_URL_OS9x_CODE", "w9x"},
+        {"IDO_URL_OSNT4_CODE", "nt4"},
+        {"IDO_URL_OSWIN2000_CODE", "w2k"},
+        {"IDO_URL_OSWINXP_CODE", "wxp"},
+        {"IDO_DEFAULTSTRING", "Default"},
+        {"IDO_RZB_EXECUTABLENAME_9X_PATH", "nine\\"},
+        {"IDO_RZB_EXECUTABLENAME_NT_PATH", "four\\"},
+        {"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", "spool\\"},
+        {"IDO_RETAILERSPECIFIC_INIFILE_NAME", "linkstest.ini"},
+        {"IDO_RETAILER_SPECIFIC_SECTION_NAME", "Retailer"},
+        {"IDO_PARTNER_KEY_NAME", "Partner"},
+        {"IDO_SUPPLIES_REG_PATH", "SOFTWARE\\TorvaneTest\\Own\\"},
+        {"IDO_MORVAY_SUPPLIES_REG_PATH", "SOFTWARE\\TorvaneTest\\Store\\"},
+        {"IDO_PRINTER_MODEL", "M1"},
+        {"IDO_ONECLICK_INK_ORDER", 0ul},
+        {"IDO_KEY_NAME_SERVICETAG", "Tag"},
+        {"IDO_KEY_NAME_INFORMATION_ONLY", "Only"},
+        {"IDO_KEY_NAME_ORDER_INFORMATION_FILE", "File"},
+    };
+    for (const LinkName& name : LinkNames)
+    {
+        settings.emplace_back(name.subUrlKey, name.subUrl);
+        settings.emplace_back(name.overrideKey, "0");
+    }
+    for (const TestSetting& change : changes)
+    {
+        const auto known = std::find_if(settings.begin(), settings.end(),
+                                        [&](const TestSetting& setting) { return setting.key == change.key; });
+        if (known == settings.end())
+            settings.push_back(change);
+        else
+            *known = change;
+    }
+    return settings;
+}

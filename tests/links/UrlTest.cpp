@@ -1,0 +1,330 @@
+// Whole addresses: what a link's name becomes, from settings, locale, Windows version, retailer file, registry and ink
+// report.
+#include "TestLink.h"
+#include "links/StoreAddress.h"
+#include "support/FakeVersion.h"
+#include "support/Probe.h"
+#include "support/RedirectedRoot.h"
+#include "support/RegistryWorld.h"
+#include <gtest/gtest.h>
+#include <cstdio>
+#include <fstream>
+#include <algorithm>
+#include <optional>
+
+namespace
+{
+constexpr char Standard[] = "&l=0&p=PC&c=00000409&o=wxp&s=SV";
+
+std::string StandardAddress(const std::string& subUrl)
+{
+    return "http://base/go?f=" + subUrl + Standard;
+}
+
+/// A report with these identities, and levels from InkPercent1 on.
+INKINFO Ink(int first, int second, std::initializer_list<int> levels)
+{
+    INKINFO ink{};
+    ink.iLogCartID1 = first;
+    ink.iLogCartID2 = second;
+    std::copy(levels.begin(), levels.end(), &ink.InkPercent1);
+    return ink;
+}
+} // namespace
+
+TEST(Url, EachKindHasItsName)
+{
+    {
+        const TestProduct product(AddressSettings());
+        TestLink link;
+        for (const LinkName& name : LinkNames)
+            EXPECT_EQ(link.Get(name.subUrl), StandardAddress(name.subUrl));
+        for (const char* unknown : {"", "Home", "home ", "nothing"})
+            EXPECT_EQ(link.Get(unknown), "(old)") << unknown;
+        EXPECT_EQ(link.CompareAndTranlateURL("IDO_HOMEPAGE_SUBURL", "IDO_NOTHING", "skin"), 0);
+        EXPECT_EQ(link.CompareAndTranlateURL("IDO_HOMEPAGE_SUBURL", "IDO_PRIVACY_SUBURL", "home"), 1);
+        EXPECT_EQ(link.Address(), "privacy");
+        link.TranslateURL("any", "IDO_SKIN_URL_OVERRIDE");
+        EXPECT_EQ(link.Address(), StandardAddress("any"));
+        link.ConstructOEMURL("any");
+        EXPECT_EQ(link.Address(), "http://base/goany");
+    }
+    SettingList overrides, sameNames;
+    for (const LinkName& name : LinkNames)
+    {
+        overrides.emplace_back(name.overrideKey, (std::string("http://x/?") + name.subUrl).c_str());
+        sameNames.push_back(overrides.back());
+        sameNames.emplace_back(name.subUrlKey, "same");
+    }
+    {
+        const TestProduct product(AddressSettings(overrides));
+        TestLink link;
+        for (const LinkName& name : LinkNames)
+            EXPECT_EQ(link.Get(name.subUrl), std::string("http://x/?") + name.subUrl);
+    }
+    for (const LinkName& name : LinkNames) // each is the first as long as those before it have other names
+    {
+        const TestProduct product(AddressSettings(sameNames));
+        EXPECT_EQ(TestLink().Get("same"), std::string("http://x/?") + name.subUrl);
+        *std::find_if(sameNames.begin(), sameNames.end(),
+                      [&](auto& setting) { return setting.key == name.subUrlKey; }) = {name.subUrlKey, "other"};
+    }
+}
+
+TEST(Url, PlainAddressWhenTheOverrideSaysZero)
+{
+    const TestProduct product(AddressSettings({{"IDO_OEM_URL_OVERRIDE", "0"}}));
+    TestLink link;
+    for (const LinkName& name : LinkNames)
+        EXPECT_EQ(link.Get(name.subUrl), std::string("http://base/go") + name.subUrl);
+}
+
+TEST(Url, MissingSettingsReadAsErrors)
+{
+    const TestProduct product({});
+    INKINFO ink = Ink(80, 48, {1, 2, 3, 4});
+    TestLink link;
+    link.SetInk(&ink);
+    EXPECT_EQ(link.Get("home"), "(old)");
+    EXPECT_EQ(link.Get("ERROR"), "ERROR"); // the first kind's name and its override
+    link.ConstructURL("x");
+    EXPECT_EQ(link.Address(), "ERRORERRORxERROR0ERRORERRORERROR00000409ERRORERRORERRORERROR");
+    link.m_bReadIniURL = 1; // the retailer's file, "ERRORERROR", is missing
+    link.ConstructStandardURL("x");
+    EXPECT_EQ(link.Address(), "ERRORERRORxERROR0ERRORERRORERROR00000409ERRORERRORERRORERROR");
+    link.ConstructAlternateURL("ERROR"); // the supplies page
+    EXPECT_EQ(link.Address(), "ERRORERROR00000409&ST=00000ERRORERRORERROR50ERROR2ERROR30ERROR1");
+}
+
+TEST(Url, WindowsVersionAndLocale)
+{
+    const char* const codes[] = {"w9x", nullptr, nullptr, "w9x", "w9x", "w9x", "w9x", "nt4", "w2k", "wxp"};
+    const TestProduct product(AddressSettings());
+    for (int version = 0; version < 10; ++version)
+    {
+        if (!codes[version])
+            continue;
+        const FakeVersion fake(version);
+        EXPECT_EQ(TestLink().Get("home"),
+                  std::string("http://base/go?f=home&l=0&p=PC&c=00000409&o=") + codes[version] + "&s=SV");
+    }
+    const RedirectedRoot user(HKEY_CURRENT_USER);
+    RegistryWorld world;
+    world.SetText(HKEY_CURRENT_USER, "Control Panel\\International", "Locale", "00000C0A");
+    EXPECT_EQ(TestLink().Get("home"), "http://base/go?f=home&l=28&p=PC&c=00000C0A&o=wxp&s=SV");
+}
+
+PROBE(Address)
+{
+    const TestProduct product(AddressSettings());
+    TestLink link;
+    link.m_bReadIniURL = 1;
+    std::puts(link.Get("home").c_str());
+    return 0;
+}
+
+TEST(Url, OlderWindows)
+{
+    const std::pair<const char*, const char*> versions[] = {{"win98", "w9x"}, {"nt40", "nt4"}, {"win2k", "w2k"}};
+    for (const auto& [version, code] : versions)
+        EXPECT_EQ(RunProbeUnder(version, "Address").output,
+                  std::string("http://base/go?f=home&l=0&p=PC&c=00000409&o=") + code + "&s=SV\n");
+}
+
+TEST(Url, CartridgesOfTheStandardAddress)
+{
+    const SettingList noInfo = {{"IDO_CARTRIDGEINFO_WEBLINKURL", 0ul}}, info2 = {{"IDO_CARTRIDGEINFO_WEBLINKURL", 2ul}},
+                      one = {{"IDO_INKSTYLE", 3ul}};
+    const struct
+    {
+        INKINFO ink;
+        const char* cartridges;
+        SettingList changes = {};
+        const char* subUrl = "supplies";
+    } table[] = {
+        {Ink(80, 48, {9, 40, 30, 120}), "&c1=50&l1=120&c2=30&l2=9"},
+        {Ink(81, 49, {9, 40, 30, 20}), "&c1=51&l1=20&c2=31&l2=9"},
+        {Ink(82, 50, {9, 40, 120, 30}), "&c1=52&l1=30&c2=32&l2=9"},
+        {Ink(95, 63, {101, 120, 101, 130}), "&c1=50&l1=130&c2=30&l2=101"},
+        {Ink(128, 47, {0, 101, 102, 101}), "&c1=90&l1=101&c2=00&l2=0"},
+        {Ink(129, 64, {0, 100, 0, 50}), "&c1=90&l1=0&c2=00&l2=0"},
+        {Ink(130, 0, {0, 7, 7, 7}), "&c1=90&l1=7&c2=00&l2=0"},
+        {Ink(143, -1, {0, 1, -5, 3}), "&c1=90&l1=-5&c2=00&l2=0"},
+        {Ink(144, 80, {0, 1, 2, 3}), "&c1=00&l1=1&c2=00&l2=0"},
+        {Ink(96, 112, {9, 1, 2, 3, 40, 30, 120}), "&c1=00&l1=1&c2=70&l2=120"},
+        {Ink(48, 113, {9, 1, 2, 3, 40, 30, 20}), "&c1=00&l1=1&c2=71&l2=20"},
+        {Ink(79, 114, {9, 1, 2, 3, 120, 30, 40}), "&c1=00&l1=1&c2=72&l2=30"},
+        {Ink(83, 127, {9, 1, 2, 3, 5, 6, -101}), "&c1=00&l1=1&c2=00&l2=-101"},
+        {Ink(80, 48, {-101, -101, 5, 5}), "&c1=00&l1=-101&c2=00&l2=-101"},
+        {Ink(80, 48, {-102, -102, 5, 5}), "&c1=50&l1=-102&c2=30&l2=-102"},
+        {Ink(80, 48, {9, 4, 4, 4}), "&c1=50&l1=4", one},
+        {Ink(80, 48, {9, 4, 4, 4}), "", noInfo},
+        {Ink(80, 48, {9, 4, 4, 4}), "", info2},
+        {Ink(80, 48, {9, 4, 4, 4}), "", {}, "home"},
+    };
+    for (const auto& row : table)
+    {
+        const TestProduct product(AddressSettings(row.changes));
+        INKINFO ink = row.ink;
+        TestLink link;
+        link.SetInk(&ink);
+        EXPECT_EQ(link.Get(row.subUrl), StandardAddress(row.subUrl) + row.cartridges);
+        link.SetInk(nullptr);
+        EXPECT_EQ(link.Get(row.subUrl), StandardAddress(row.subUrl)) << "without a report";
+    }
+}
+
+namespace
+{
+/// A product of the store.
+SettingList StoreSettings(SettingList changes = {})
+{
+    changes.emplace_back("IDO_TORVANEURL", OEM_ACCESSORIES_ADDRESS);
+    changes.emplace_back("IDO_CTRY_URLPARAM", "?c=");
+    return AddressSettings(changes);
+}
+
+std::string StoreAddress(const std::string& tag, const std::string& rest = "")
+{
+    return OEM_ACCESSORIES_ADDRESS + std::string("?c=00000409&ST=") + tag + "&p=PC" + rest;
+}
+
+constexpr char OwnKey[] = "SOFTWARE\\TorvaneTest\\Own\\M1", StoreKey[] = "SOFTWARE\\TorvaneTest\\Store\\M1";
+} // namespace
+
+TEST(Url, StoreAddresses)
+{
+    INKINFO ink = Ink(143, 114, {9, -101, 5, 5, 40, 30, 120});
+    for (const unsigned long style : {2ul, 3ul}) // neither ink style nor cartridge switch count here
+    {
+        const TestProduct product(StoreSettings({{"IDO_INKSTYLE", style}, {"IDO_CARTRIDGEINFO_WEBLINKURL", 0ul}}));
+        TestLink link;
+        EXPECT_EQ(link.Get("supplies"), StoreAddress("00000"));
+        link.SetInk(&ink);
+        EXPECT_EQ(link.Get("supplies"), StoreAddress("00000", "&c1=90&l1=-101&c2=72&l2=120"));
+        EXPECT_EQ(link.Get("home"), StoreAddress("00000"));
+    }
+    const TestProduct otherSpelling(AddressSettings({{"IDO_TORVANEURL", "Accessories.morvay.example/"}}));
+    EXPECT_EQ(TestLink().Get("home").substr(0, 34), "Accessories.morvay.example/?f=home");
+}
+
+TEST(Url, ServiceTagsFromTheRegistry)
+{
+    const std::string longTag(259, 'L');
+    const struct
+    {
+        DWORD type;
+        std::string bytes;
+        std::string tag;
+    } table[] = {
+        {REG_SZ, std::string("AB 12\0", 6), "AB 12"},
+        {REG_SZ, "AB12", "AB12"}, // without its NUL
+        {REG_BINARY, "AB12", "AB12"},
+        {REG_SZ, std::string("A\0B\0", 4), "A"},
+        {REG_SZ, std::string(1, '\0'), "00000"},
+        {REG_SZ, "", "00000"},
+        {REG_DWORD, "\1\2\3\4", "00000"},
+        {REG_SZ, longTag + '\0', longTag},
+        {REG_SZ, std::string(260, 'L') + '\0', "00000"},
+        {REG_BINARY, std::string(70000, 'L'), "00000"},
+        {REG_SZ, std::string("\xC4\xFF&?\0", 5), "\xC4\xFF&?"},
+    };
+    const TestProduct product(StoreSettings());
+    for (const auto& row : table)
+    {
+        RegistryWorld world;
+        world.Set(HKEY_LOCAL_MACHINE, StoreKey, "Tag", row.type, row.bytes);
+        EXPECT_EQ(TestLink().Get("home"), StoreAddress(row.tag)) << row.type << " " << row.bytes.size();
+    }
+    RegistryWorld world;
+    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Other", "x");
+    EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no such value";
+    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Tag", "T");
+    EXPECT_EQ(TestLink().Get("home"), StoreAddress("T"));
+    world.Restrict(HKEY_LOCAL_MACHINE, StoreKey, KEY_READ);
+    EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no access but for reading";
+}
+
+TEST(Url, OneClickOrderingHasAKeyOfItsOwn)
+{
+    RegistryWorld world;
+    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Tag", "store");
+    world.SetText(HKEY_LOCAL_MACHINE, OwnKey, "Tag", "own");
+    for (const unsigned long oneClick : {0ul, 1ul, 2ul})
+    {
+        const TestProduct product(StoreSettings({{"IDO_ONECLICK_INK_ORDER", oneClick}}));
+        EXPECT_EQ(TestLink().Get("home"), StoreAddress(oneClick == 1 ? "own" : "store"));
+    }
+}
+
+TEST(Url, InstitutionsHaveTheirOwnOrderInformation)
+{
+    const struct
+    {
+        const char* only;
+        const char* file;
+        const char* address; // null: the store's
+    } table[] = {
+        {"Yes", "c:\\order info.htm", "c:\\order info.htm"},
+        {"Yes", "", nullptr},
+        {"Yes", nullptr, nullptr},
+        {"yes", "file", nullptr},
+        {"No", "file", nullptr},
+        {nullptr, "file", nullptr},
+        {"Yes ", "file", nullptr},
+    };
+    const TestProduct product(StoreSettings());
+    for (const auto& row : table)
+    {
+        RegistryWorld world;
+        if (row.only)
+            world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Only", row.only);
+        if (row.file)
+            world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "File", row.file);
+        TestLink link;
+        EXPECT_EQ(link.Get("supplies"), row.address ? row.address : StoreAddress("00000"));
+        EXPECT_EQ(link.CheckInstitutionalSetting(), row.address ? 1 : 0);
+    }
+}
+
+TEST(Url, RetailersPartnerCode)
+{
+    char system[MAX_PATH];
+    GetSystemDirectoryA(system, MAX_PATH);
+    const std::string file = std::string(system) + "\\spool\\linkstest.ini";
+    const struct
+    {
+        std::optional<std::string> text;
+        std::string partner;
+    } table[] = {
+        {"[Retailer]\r\nPartner=shop 7\r\n", "&r=shop 7"},
+        {"[Retailer]\r\nPartner=\r\n", ""},
+        {"[Retailer]\r\nPartner=Default\r\n", ""},
+        {"[Retailer]\r\nPartner=default\r\n", "&r=default"},
+        {"[Retailer]\r\nOther=x\r\n", ""},
+        {"[Other]\r\nPartner=x\r\n", ""},
+        {"", ""},
+        {std::nullopt, ""},
+        {"[Retailer]\r\nPartner=" + std::string(300, 'p') + "\r\n", "&r=" + std::string(255, 'p')},
+        {"[Retailer]\r\nPartner=\xE9%20&\xFF\r\n", "&r=\xE9%20&\xFF"},
+    };
+    const TestProduct product(AddressSettings());
+    TestLink link;
+    for (const auto& row : table)
+    {
+        if (row.text)
+            std::ofstream(file, std::ios::binary) << *row.text;
+        link.m_bReadIniURL = 1;
+        EXPECT_EQ(link.Get("home"), StandardAddress("home") + row.partner) << row.text.value_or("no file");
+        link.m_bReadIniURL = 0;
+        EXPECT_EQ(link.Get("home"), StandardAddress("home"));
+        DeleteFileA(file.c_str());
+    }
+}
+
+TEST(Url, ANonAsciiOrVeryLongNamePassesUnchanged)
+{
+    const std::string name = "\xE4\xF6 %1 \"quoted\" " + std::string(5000, 'n');
+    const TestProduct product(AddressSettings({{"IDO_SKIN_SUBURL", name.c_str()}}));
+    EXPECT_EQ(TestLink().Get(name.c_str()), StandardAddress(name));
+}
