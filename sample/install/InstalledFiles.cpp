@@ -121,6 +121,7 @@ std::vector<InstalledFile> ProductFiles()
     AddFolder(files, source + "system\\", SystemFolder());
     AddFolder(files, source + "prtprocs\\", PrintProcessorFolder());
     AddFolder(files, source + "skins\\", AddedSkinFolder());
+    AddFolder(files, source + "help\\", HelpFolder());
     if (files.empty())
         throw StepFailure("the product's files are not in " + std::string(source));
     // The suite's programs take the library from the driver's folder; its version is the product's.

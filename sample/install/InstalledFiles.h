@@ -1,6 +1,7 @@
 // The product's files outside the program folder. They wait beside the program: in product\system for the system
 // directory, in product\driver for the printer driver's directory, in product\prtprocs for the print processors', in
-// product\skins for that of added skins. The utilities library itself also belongs to the driver's.
+// product\skins for that of added skins, in product\help for the Windows help folder. The utilities library itself also
+// belongs to the driver's.
 #pragma once
 
 #include <afx.h>
