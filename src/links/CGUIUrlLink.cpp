@@ -18,6 +18,7 @@
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <string_view>
 
 namespace
 {
@@ -61,7 +62,8 @@ constexpr auto KindOf(unsigned short activity)
                         [activity](const LinkKind& kind) { return kind.activity == activity; });
 }
 
-static_assert(LinkKinds.size() == 15 && tvk::AreUnique(LinkKinds, &LinkKind::subUrlKey));
+static_assert(LinkKinds.size() == 15);
+static_assert(tvk::AreUnique(LinkKinds, [](const LinkKind& kind) { return std::string_view(kind.subUrlKey); }));
 static_assert(std::count_if(LinkKinds.begin(), LinkKinds.end(),
                             [](const LinkKind& kind)
                             { return kind.activity != NotRecorded; }) == std::ssize(RecordedActivities));
