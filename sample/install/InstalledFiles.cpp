@@ -24,15 +24,26 @@ CString PrintProcessorFolder()
                : folder.Left(folder.GetLength() - 1) + TvkProduct().GetSetting("IDO_PRTPROCSPATH", path);
 }
 
-/// Where the options dialog looks for skins that are not the product's own.
-CString AddedSkinFolder()
+CString WindowsFolder()
 {
     char path[MAX_PATH] = "";
     const UINT length = GetWindowsDirectoryA(path, sizeof path);
     if (length == 0 || length >= sizeof path)
         throw StepFailure("the Windows directory cannot be read", GetLastError());
+    return path;
+}
+
+/// Where the options dialog looks for skins that are not the product's own.
+CString AddedSkinFolder()
+{
     CString folder;
-    return path + TvkProduct().GetSetting("IDO_JSWALTSKINDIRECTORY", folder);
+    return WindowsFolder() + TvkProduct().GetSetting("IDO_JSWALTSKINDIRECTORY", folder);
+}
+
+/// Where help viewers look for a file that is named without its folder.
+CString HelpFolder()
+{
+    return WindowsFolder() + "\\Help\\";
 }
 
 void AddFolder(std::vector<InstalledFile>& files, const CString& from, const CString& to)
