@@ -274,6 +274,8 @@ CRegistry::OSVersion CRegistry::GetOSPlatform()
 
 void* CRegistry::CreateSecurityDescriptor()
 {
+    // An access list of before belongs to a descriptor that was handed out: from here on it is not ours to free.
+    m_pACL = nullptr;
     if (!m_hSecurityDLL)
         m_hSecurityDLL = ::LoadLibraryA("advapi32.dll");
     // Looked up at run time: the 9x family's library goes without it.
@@ -306,8 +308,6 @@ void* CRegistry::CreateSecurityDescriptor()
         entries[i].Trustee.ptstrName = static_cast<char*>(sids[i].Get());
     }
 
-    // An access list of before belongs to a descriptor that was handed out: it is not ours to free here.
-    m_pACL = nullptr;
     ACL* list = nullptr;
     if (m_pfnSetEntriesInAcl(static_cast<ULONG>(entries.size()), entries.data(), nullptr, &list) != ERROR_SUCCESS)
     {

@@ -136,8 +136,8 @@ class AFX_EXT_CLASS CRegistry
 
     /// Builds the descriptor (a SECURITY_DESCRIPTOR) that gives Everyone, Administrators, Power Users, Users, Local
     /// System and Guests full access. Returns null when it cannot be built, after a line on standard output that says
-    /// why. The caller frees it with LocalFree; its access list stays with this object and is freed by the next
-    /// successful Create.
+    /// why. The caller frees the descriptor and the access list that it points to (GetSecurityDescriptorDacl), both
+    /// with LocalFree.
     void* CreateSecurityDescriptor();
 
   private:

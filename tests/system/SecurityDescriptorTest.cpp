@@ -138,6 +138,22 @@ TEST_F(SecurityDescriptorTest, AKeyThatCannotBeCreatedKeepsItsDescriptor)
     EXPECT_EQ(calls.freedLibraries, 1); // by the destructor
 }
 
+TEST_F(SecurityDescriptorTest, ADescriptorThatWasHandedOutKeepsItsAccessList)
+{
+    for (const Calls& failing : {Calls{}, Calls{.failingSid = 1}, Calls{.noFunction = true}})
+    {
+        CRegistry key;
+        const tvk::LocalMemory<void> descriptor(key.CreateSecurityDescriptor());
+        BOOL present = FALSE, defaulted = FALSE;
+        ACL* list = nullptr;
+        ASSERT_TRUE(GetSecurityDescriptorDacl(descriptor.Get(), &present, &list, &defaulted));
+        const tvk::LocalMemory<ACL> owned(list);
+        calls = failing;
+        Create(key);
+        EXPECT_EQ(calls.freedMemory, calls.attributes ? 2 : 0) << "freed what is the host's";
+    }
+}
+
 TEST_F(SecurityDescriptorTest, FailingCallsAreNamedAndLeakNothing)
 {
     const struct
