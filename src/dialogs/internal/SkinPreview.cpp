@@ -1,0 +1,47 @@
+#include "dialogs/internal/SkinPreview.h"
+#include <algorithm>
+#include "dialogs/DialogIds.h"
+
+namespace
+{
+constexpr COLORREF TransparentColour = 0x00FF00;
+}
+
+namespace tvk
+{
+SkinPreview::SkinPreview() = default;
+
+SkinPreview::~SkinPreview() = default;
+
+bool SkinPreview::Load(HINSTANCE skin, CSize room)
+{
+    SetSaveBmp(TRUE); // the library is not there any more when the picture is drawn
+    SetOverlap(TRUE); // the dialog erases before every draw: the background is always a fresh one
+    m_palette.CreatePalette256(IDB_JSW_SKIN_PREVIEW);
+    bool loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentColour, nullptr) != nullptr;
+    const CSize size(ReturnWidth(), ReturnHeight());
+    if (loaded && (size.cx > room.cx || size.cy > room.cy))
+    {
+        const double scale = std::min(static_cast<double>(room.cx) / size.cx, static_cast<double>(room.cy) / size.cy);
+        CRect fitting(0, 0, std::max(1, static_cast<int>(size.cx * scale)),
+                      std::max(1, static_cast<int>(size.cy * scale)));
+        loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentColour, &fitting) != nullptr;
+    }
+    m_hInstance = nullptr; // nothing is looked for in it from now on
+    return loaded;
+}
+
+void SkinPreview::Draw(CDC& context, const CRect& area)
+{
+    CPalette* const former = context.SelectPalette(&m_palette, TRUE);
+    context.RealizePalette();
+    TransBlt(&context, area.left + (area.Width() - ReturnWidth()) / 2, area.top + (area.Height() - ReturnHeight()) / 2,
+             0, 0);
+    context.SelectPalette(former, TRUE);
+}
+
+CPalette& SkinPreview::Palette()
+{
+    return m_palette;
+}
+} // namespace tvk
