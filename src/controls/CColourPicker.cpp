@@ -22,12 +22,18 @@ COLORREF VisibleColour(COLORREF colour, int systemColour)
     return colour == COLOURPICKER_AUTOMATIC ? ::GetSysColor(systemColour) : colour & 0xFFFFFF;
 }
 
-/// Half of each: what is disabled keeps a trace of its colour.
+/// A colour between two others, with so many quarters of the first.
+COLORREF Mix(COLORREF first, COLORREF second, int quarters)
+{
+    const auto channel = [quarters](int one, int other) { return (one * quarters + other * (4 - quarters)) / 4; };
+    return RGB(channel(GetRValue(first), GetRValue(second)), channel(GetGValue(first), GetGValue(second)),
+               channel(GetBValue(first), GetBValue(second)));
+}
+
+/// Half of the button's face: what is disabled keeps a trace of its colour.
 COLORREF Pale(COLORREF colour)
 {
-    const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-    return RGB((GetRValue(colour) + GetRValue(face)) / 2, (GetGValue(colour) + GetGValue(face)) / 2,
-               (GetBValue(colour) + GetBValue(face)) / 2);
+    return Mix(colour, ::GetSysColor(COLOR_BTNFACE), 2);
 }
 
 void FillWith(CDC& dc, const CRect& rect, COLORREF frame, COLORREF colour)
@@ -256,13 +262,17 @@ void CColourPicker::DrawSwatch(CDC& dc, const CRect& rect, bool disabled)
     const bool fillWithText = text.IsEmpty() && m_nSelectionMode == ModeText;
     COLORREF field =
         fillWithText ? VisibleColour(m_crColourText, COLOR_WINDOWTEXT) : VisibleColour(m_crColourBk, COLOR_WINDOW);
-    FillWith(dc, rect, ::GetSysColor(COLOR_3DSHADOW), disabled ? Pale(field) : field);
+    if (disabled)
+        field = Pale(field);
+    FillWith(dc, rect, ::GetSysColor(COLOR_3DSHADOW), field);
     if (text.IsEmpty())
         return;
     CRect inside = rect;
     inside.DeflateRect(2, 1);
     dc.SelectObject(GetFont());
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(disabled ? ::GetSysColor(COLOR_GRAYTEXT) : VisibleColour(m_crColourText, COLOR_WINDOWTEXT));
+    // The system's grey would be lost on most fields.
+    dc.SetTextColor(disabled ? Mix(field, ::GetSysColor(COLOR_BTNTEXT), 1)
+                             : VisibleColour(m_crColourText, COLOR_WINDOWTEXT));
     dc.DrawText(text, inside, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
 }

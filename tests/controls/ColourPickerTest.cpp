@@ -5,6 +5,8 @@
 #include "support/TestProduct.h"
 #include <gtest/gtest.h>
 #include <commctrl.h>
+#include <algorithm>
+#include <cmath>
 #include <functional>
 #include <string>
 #include <vector>
@@ -607,6 +609,14 @@ TEST(ColourPickerTest, WorksByRealInput)
     }
 }
 
+/// The relative luminance of a colour, from which contrasts are told.
+double Luminance(COLORREF colour)
+{
+    const auto linear = [](int value)
+    { return value <= 10 ? value / 255.0 / 12.92 : std::pow((value / 255.0 + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(GetRValue(colour)) + 0.7152 * linear(GetGValue(colour)) + 0.0722 * linear(GetBValue(colour));
+}
+
 TEST(ColourPickerTest, TheFaceShowsTheColour)
 {
     Host host;
@@ -626,6 +636,22 @@ TEST(ColourPickerTest, TheFaceShowsTheColour)
     EXPECT_EQ(shown(), red) << "the text shows the text colour";
     host.picker.EnableWindow(FALSE);
     EXPECT_EQ(shown(), RGB((255 + GetRValue(face)) / 2, GetGValue(face) / 2, GetBValue(face) / 2));
+    host.picker.SetWindowText("MMM");
+    for (const COLORREF field : {RGB(0, 0, 0), RGB(31, 95, 168), red, RGB(128, 128, 128), RGB(255, 255, 255)})
+    {
+        host.picker.SetBkColour(field);
+        host.picker.RedrawWindow();
+        const double paper = Luminance(Pixel(host.picker, {8, 7}));
+        double best = 1;
+        for (int x = 8; x < 56; ++x)
+            for (int y = 7; y < 17; ++y)
+            {
+                const double ink = Luminance(Pixel(host.picker, {x, y}));
+                best = std::max(best, (std::max(ink, paper) + 0.05) / (std::min(ink, paper) + 0.05));
+            }
+        EXPECT_GE(best, 3) << "a disabled text can still be read on " << std::hex << field;
+    }
+    host.picker.SetWindowText(".");
     host.picker.EnableWindow(TRUE);
     host.picker.SetBkColour(Automatic);
     EXPECT_EQ(shown(), GetSysColor(COLOR_WINDOW));
