@@ -3,9 +3,12 @@
 #include "controls/CTransparentBmp.h"
 #include "support/GdiObjects.h"
 #include "support/Probe.h"
+#include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <cstdio>
+#include <functional>
+#include <memory>
 
 namespace
 {
@@ -258,6 +261,54 @@ TEST_F(SavedDrawing, FindsResourcesInTheCurrentModuleAndLeavesTheContextAsItWas)
     EXPECT_EQ(m_surface.Pixels(), expected);
     EXPECT_EQ(GetCurrentObject(m_surface.Context(), OBJ_PAL), palette);
     EXPECT_EQ(AfxGetResourceHandle(), former);
+}
+
+TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
+{
+    const HMODULE library = LibraryUnderTest(), framework = GetModuleHandleA("tvkframe.dll");
+    const struct
+    {
+        const char* function;
+        std::function<std::shared_ptr<void>(const char*, int, HMODULE)> refuse;
+        HMODULE caller;
+        int call;
+        bool inSavedDraw, inFreshDraw; // whether nothing is drawn then
+    } faults[] = {
+#define REFUSED(function, caller, call, saved, fresh)                                                                  \
+    {#function,                                                                                                        \
+     [](const char* name, int nth, HMODULE module)                                                                     \
+     { return std::make_shared<Watch<decltype(&function)>>(name, nth, module); },                                      \
+     caller,                                                                                                           \
+     call,                                                                                                             \
+     saved,                                                                                                            \
+     fresh}
+        REFUSED(CreateCompatibleDC, library, 1, true, true), REFUSED(CreateCompatibleDC, library, 2, true, true),
+        REFUSED(SelectObject, library, 1, true, true),       REFUSED(SelectObject, library, 2, true, true),
+        REFUSED(LoadImageA, library, 1, false, true),        REFUSED(CreateCompatibleBitmap, framework, 1, false, true),
+        REFUSED(CreatePalette, framework, 1, false, false), // drawn without a palette
+        REFUSED(SelectPalette, library, 1, false, false),    REFUSED(SelectPalette, library, 3, false, false),
+#undef REFUSED
+    };
+    for (const auto& fault : faults)
+        for (const bool save : {true, false})
+        {
+            SCOPED_TRACE(testing::Message() << fault.function << ", call " << fault.call << ", saved " << save);
+            m_bitmap.SetSaveBmp(save);
+            ASSERT_TRUE(m_bitmap.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr));
+            m_surface.FillWithNoise(1);
+            const auto before = m_surface.Pixels(), drawn = Expected();
+            const HGDIOBJ palette = GetCurrentObject(m_surface.Context(), OBJ_PAL);
+            const int objects = CountGdiObjects();
+            {
+                const auto refused = fault.refuse(fault.function, fault.call, fault.caller);
+                Draw(m_bitmap, m_surface, 0, 0);
+            }
+            EXPECT_EQ(CountGdiObjects(), objects);
+            EXPECT_EQ(GetCurrentObject(m_surface.Context(), OBJ_PAL), palette);
+            EXPECT_EQ(m_surface.Pixels(), (save ? fault.inSavedDraw : fault.inFreshDraw) ? before : drawn);
+            Draw(m_bitmap, m_surface, 0, 0);
+            EXPECT_EQ(m_surface.Pixels(), drawn) << "drawn as ever afterwards";
+        }
 }
 
 TEST_F(SavedDrawing, LeavesNoObjectBehind)

@@ -2,9 +2,9 @@
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
 #include "support/GdiObjects.h"
-#include "support/IatPatch.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
+#include "support/Watch.h"
 #include <gmock/gmock.h>
 #include <functional>
 #include <memory>
@@ -13,28 +13,6 @@ namespace
 {
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// Counts the calls of a system function, and refuses one of them.
-template <class F>
-class Watch;
-template <class R, class... A>
-class Watch<R(WINAPI*)(A...)>
-{
-  public:
-    Watch(const char* function, int refuse = 0) : m_patch(LibraryUnderTest(), function, &Call)
-    {
-        s_calls = 0;
-        s_refuse = refuse;
-        s_original = m_patch.template Original<R(WINAPI*)(A...)>();
-    }
-    int Calls() const { return s_calls; }
-
-  private:
-    static R WINAPI Call(A... arguments) { return ++s_calls == s_refuse ? R{} : s_original(arguments...); }
-    static inline int s_calls, s_refuse;
-    static inline R(WINAPI* s_original)(A...);
-    IatPatch m_patch;
-};
 
 HRGN Region(const Picture& picture, COLORREF key, CRect* rect = nullptr)
 {
