@@ -26,7 +26,7 @@ struct Place
 };
 
 constexpr Place Places[] = {
-    {IDC_COLOUR, {276, 236, 452, 264}},  {IDC_SUPPLIES, {16, 290, 60, 334}}, {IDC_OPTIONS, {68, 290, 112, 334}},
+    {IDC_COLOUR, {276, 236, 452, 264}},  {IDC_SUPPLIES, {16, 292, 56, 332}}, {IDC_OPTIONS, {64, 292, 104, 332}},
     {IDC_REFRESH, {184, 296, 316, 328}}, {IDC_ORDER, {332, 296, 464, 328}},
 };
 
@@ -202,7 +202,7 @@ BOOL JobStatusWindow::OnEraseBkgnd(CDC* dc)
     dc->SetBkMode(TRANSPARENT);
     CFont* const before = dc->SelectObject(&m_titleFont);
     dc->SetTextColor(m_captionColour);
-    CRect title(16, 10, 464, 36);
+    CRect title(16, 12, 464, 36);
     dc->DrawText(m_printer, &title, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     dc->SelectObject(GetFont());
     CRect status(16, 36, 464, 56);
@@ -254,7 +254,7 @@ void JobStatusWindow::PaintTankLabels(CDC& dc)
     for (int column = 0; column < layout.tanks; ++column)
     {
         const int centre = layout.left + column * layout.step + TankSize.cx / 2;
-        CRect line(centre - 44, TankTop + TankSize.cy + 8, centre + 44, TankTop + TankSize.cy + 26);
+        CRect line(centre - 44, TankTop + TankSize.cy + 8, centre + 44, TankTop + TankSize.cy + 28);
         dc.DrawText(TankLabel(layout.control + column), &line, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
     }
 }
@@ -266,7 +266,7 @@ void JobStatusWindow::PaintReport(CDC& dc)
         const char* title;
         CGUIInkDisplay::CartPosition position;
     };
-    CRect line(ReportCard.left + 12, ReportCard.top + 36, ReportCard.right - 12, ReportCard.top + 54);
+    CRect line(ReportCard.left + 12, ReportCard.top + 36, ReportCard.right - 12, ReportCard.top + 56);
     dc.SetTextColor(TextColour);
     for (const Line& entry : {Line{"First", CGUIInkDisplay::First}, Line{"Second", CGUIInkDisplay::Second}})
     {
@@ -278,12 +278,12 @@ void JobStatusWindow::PaintReport(CDC& dc)
                     : m_ink.IsItValid(type, entry.position)    ? ", standard"
                                                                : "");
         dc.DrawText(text, &line, DT_SINGLELINE | DT_VCENTER);
-        line.OffsetRect(0, 22);
+        line.OffsetRect(0, 24);
     }
     CString pages;
     pages.Format("About %d pages left", m_report.iEstPagesRemaining);
     dc.DrawText(pages, &line, DT_SINGLELINE | DT_VCENTER);
-    CRect label(ReportCard.left + 12, 214, ReportCard.right - 12, 232);
+    CRect label(ReportCard.left + 12, 212, ReportCard.right - 12, 232);
     dc.DrawText("Colour of the captions", &label, DT_SINGLELINE | DT_VCENTER);
 }
 

@@ -18,11 +18,11 @@
 #define IDB_PLAIN_HOVER 9012
 #define IDB_PLAIN_PRESSED 9013
 #define IDB_PLAIN_DISABLED 9014
-#define IDB_SUPPLIES_NORMAL 9021 // 44 x 44, round, with a shopping cart
+#define IDB_SUPPLIES_NORMAL 9021 // 40 x 40, round, with a shopping cart
 #define IDB_SUPPLIES_HOVER 9022
 #define IDB_SUPPLIES_PRESSED 9023
 #define IDB_SUPPLIES_DISABLED 9024
-#define IDB_OPTIONS_NORMAL 9031 // 44 x 44, round, with a gear
+#define IDB_OPTIONS_NORMAL 9031 // 40 x 40, round, with a gear
 #define IDB_OPTIONS_HOVER 9032
 #define IDB_OPTIONS_PRESSED 9033
 #define IDB_OPTIONS_DISABLED 9034

@@ -11,13 +11,13 @@ ACTION = {
     "NORMAL": (rgb("#174E7D"), rgb("#2F79B8"), rgb("#1D5A92"), WHITE),
     "HOVER": (rgb("#1B62A0"), rgb("#3A82C0"), rgb("#2870B0"), WHITE),
     "PRESSED": (rgb("#0F3A60"), rgb("#174B7A"), rgb("#1F5E96"), WHITE),
-    "DISABLED": (rgb("#B4BDC5"), rgb("#F1F3F5"), rgb("#E4E8EB"), rgb("#A9B3BC")),
+    "DISABLED": (rgb("#B4BDC5"), rgb("#F1F3F5"), rgb("#E4E8EB"), rgb("#7F8A95")),
 }
 PLAIN = {
     "NORMAL": (rgb("#8794A0"), rgb("#FFFFFF"), rgb("#DFE5EA"), rgb("#2B4A66")),
     "HOVER": (rgb("#2F79B8"), rgb("#FFFFFF"), rgb("#D5E8F7"), rgb("#1D5A92")),
     "PRESSED": (rgb("#56636F"), rgb("#C9D2DA"), rgb("#E3E8EC"), rgb("#16354F")),
-    "DISABLED": (rgb("#C3CAD1"), rgb("#F6F7F8"), rgb("#EDEFF1"), rgb("#B4BDC5")),
+    "DISABLED": (rgb("#C3CAD1"), rgb("#F6F7F8"), rgb("#EDEFF1"), rgb("#7F8A95")),
 }
 
 
@@ -39,22 +39,22 @@ def caption_face(look):
 
 def supplies_face(look):
     """A shopping cart."""
-    picture, shape = _face(44, 44, 22, look)
+    picture, shape = _face(40, 40, 20, look)
     symbol = look[3]
-    cart = (line(2.4, (9, 13), (13, 13), (17, 27), (31, 27)) | polygon((15, 16), (34.5, 16), (31.5, 24.4), (17.4, 24.4))
-            | circle(19, 32, 2.3) | circle(29.5, 32, 2.3))
+    cart = (line(2.4, (7, 11), (11, 11), (15, 25), (29, 25)) | polygon((13, 14), (32.5, 14), (29.5, 22.4), (15.4, 22.4))
+            | circle(17, 30, 2.3) | circle(27.5, 30, 2.3))
     picture.fill(cart, symbol)
     return picture, shape
 
 
 def options_face(look):
     """A gear."""
-    picture, shape = _face(44, 44, 22, look)
-    gear = circle(22, 22, 8.6)
+    picture, shape = _face(40, 40, 20, look)
+    gear = circle(20, 20, 8.6)
     for tooth in range(8):
         dx, dy = math.cos(math.pi * tooth / 4), math.sin(math.pi * tooth / 4)
-        gear = gear | line(4.2, (22 + 7 * dx, 22 + 7 * dy), (22 + 10 * dx, 22 + 10 * dy))
-    picture.fill(gear - circle(22, 22, 3.9), look[3])
+        gear = gear | line(4.2, (20 + 7 * dx, 20 + 7 * dy), (20 + 10 * dx, 20 + 10 * dy))
+    picture.fill(gear - circle(20, 20, 3.9), look[3])
     return picture, shape
 
 
