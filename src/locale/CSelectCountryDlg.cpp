@@ -14,17 +14,22 @@ BOOL CSelectCountryDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
     m_Numbers.GetPhoneNumberList();
-    CListBox* list = List();
     for (int i = 0; i < m_Numbers.m_nCount; ++i)
-        list->AddString(m_Numbers.m_strDisplay[i]);
-    list->SetCurSel(FindMyCountry());
+        m_List.AddString(m_Numbers.m_strDisplay[i]);
+    m_List.SetCurSel(FindMyCountry());
     OnListSelection();
     return TRUE;
 }
 
+void CSelectCountryDlg::DoDataExchange(CDataExchange* exchange)
+{
+    CDialog::DoDataExchange(exchange);
+    DDX_Control(exchange, IDC_SELECT_COUNTRY_LIST, m_List);
+}
+
 void CSelectCountryDlg::OnOK()
 {
-    const int chosen = List()->GetCurSel();
+    const int chosen = m_List.GetCurSel();
     if (chosen < 0 || chosen >= m_Numbers.m_nCount)
         return; // Return reaches a disabled OK, too
     m_Numbers.WriteMyLocaleKey(m_Numbers.m_strLocale[chosen]);
@@ -33,17 +38,12 @@ void CSelectCountryDlg::OnOK()
 
 void CSelectCountryDlg::OnListSelection()
 {
-    GetDlgItem(IDOK)->EnableWindow(List()->GetCurSel() != LB_ERR);
+    GetDlgItem(IDOK)->EnableWindow(m_List.GetCurSel() != LB_ERR);
 }
 
 void CSelectCountryDlg::OnListDoubleClick()
 {
     OnOK();
-}
-
-CListBox* CSelectCountryDlg::List() const
-{
-    return static_cast<CListBox*>(GetDlgItem(IDC_SELECT_COUNTRY_LIST));
 }
 
 /// The entry with the remembered locale; -1 when the list has none.

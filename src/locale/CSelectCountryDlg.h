@@ -18,14 +18,15 @@ class AFX_EXT_CLASS CSelectCountryDlg : public CDialog
     BOOL OnInitDialog() override;
 
   protected:
+    void DoDataExchange(CDataExchange* exchange) override;
     void OnOK() override;
     afx_msg void OnListSelection();
     afx_msg void OnListDoubleClick();
     DECLARE_MESSAGE_MAP()
 
   private:
-    CListBox* List() const;
     int FindMyCountry();
 
+    CListBox m_List;
     OEMTeleIni m_Numbers;
 };

@@ -398,8 +398,10 @@ void InDialog(OEMTeleIni& telephones, const std::function<void(HWND dialog, HWND
             if (dialog)
                 act(dialog, GetDlgItem(dialog, IDC_SELECT_COUNTRY_LIST));
         });
+    const HINSTANCE resource = AfxGetResourceHandle();
     telephones.OnSelectCountryLink();
     user.join();
+    EXPECT_EQ(AfxGetResourceHandle(), resource);
     EXPECT_TRUE(dialog) << "no dialog";
     EXPECT_FALSE(IsWindow(dialog));
     EXPECT_FALSE(GetModuleHandleA(Resources));

@@ -314,8 +314,9 @@ TEST_F(Shortcuts, ReadNoMoreThanTheBuffer)
     for (const auto& [value, made] : cases)
     {
         SCOPED_TRACE(value.size());
-        RegSetKeyValueA(HKEY_LOCAL_MACHINE, ShellFolders, "Common Start Menu", REG_BINARY, value.data(),
-                        static_cast<DWORD>(value.size()));
+        for (const FolderValue& menu : {Values[2], Values[5]})
+            RegSetKeyValueA(menu.root, ShellFolders, menu.name, REG_BINARY, value.data(),
+                            static_cast<DWORD>(value.size()));
         ShortcutCreation shortcuts;
         EXPECT_EQ(Create(shortcuts, "a", 3) == S_OK, *made != 0);
         EXPECT_EQ(Made(), made);
