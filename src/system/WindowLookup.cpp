@@ -9,11 +9,6 @@ constexpr char DialogClass[] = "#32770";
 
 extern "C" int SetUserDefinedData(HWND window, unsigned long data)
 {
-    if (data == 0)
-    {
-        ::RemovePropA(window, Property);
-        return ::IsWindow(window) != 0;
-    }
     return ::SetPropA(window, Property, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(data))) != 0;
 }
 
