@@ -146,7 +146,8 @@ std::vector<InstalledFile> WrittenFiles()
 {
     CString participation;
     TvkProduct().GetSetting("IDO_DATARETRIEVER_FILENAME", participation);
-    return {{"", SystemFolder() + participation.Left(participation.ReverseFind('.')) + ".ini"}};
+    return {{"", SystemFolder() + participation.Left(participation.ReverseFind('.')) + ".ini"},
+            {"", DriverFolder() + "usage.txt"}};
 }
 
 void InstallFile(const InstalledFile& file)

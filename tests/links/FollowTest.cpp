@@ -102,9 +102,7 @@ TEST(Follow, AnUnknownNameOpensTheLastAddressAgain)
 
 TEST(Follow, TheRetailerIsNamedFromTheFirstSuppliesOrResellerLinkOn)
 {
-    char system[MAX_PATH];
-    GetSystemDirectoryA(system, MAX_PATH);
-    const std::string file = std::string(system) + "\\spool\\linkstest.ini";
+    const std::string file = SystemFolder() + "spool\\linkstest.ini";
     std::ofstream(file, std::ios::binary) << "[Retailer]\r\nPartner=shop\r\n";
     const TestProduct product(AddressSettings());
     const RedirectedRoot noBrowser(HKEY_CLASSES_ROOT);
@@ -157,10 +155,7 @@ TEST(Follow, EveryKindOfThatNameIsRecorded)
 
 TEST(Follow, FromTheNameToTheBrowserAndTheRecorder)
 {
-    char system[MAX_PATH];
-    GetSystemDirectoryA(system, MAX_PATH);
-    const std::string folder = std::string(system) + "\\spool\\drivers\\x64\\3\\",
-                      log = TestFolder() + "linksusage.log";
+    const std::string folder = SystemFolder() + "spool\\drivers\\x64\\3\\", log = TestFolder() + "linksusage.log";
     const std::string longName = std::string(300, 'p'), kept = longName.substr(0, 259);
     CopyFileA((TestFolder() + "usageportal.dll").c_str(), (folder + "linksportal.dll").c_str(), FALSE);
     CopyFileA((TestFolder() + "usagerecorder.dll").c_str(), (folder + "linksrecorder.dll").c_str(), FALSE);

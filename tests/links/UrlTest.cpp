@@ -289,9 +289,7 @@ TEST(Url, InstitutionsHaveTheirOwnOrderInformation)
 
 TEST(Url, RetailersPartnerCode)
 {
-    char system[MAX_PATH];
-    GetSystemDirectoryA(system, MAX_PATH);
-    const std::string file = std::string(system) + "\\spool\\linkstest.ini";
+    const std::string file = SystemFolder() + "spool\\linkstest.ini";
     const struct
     {
         std::optional<std::string> text;

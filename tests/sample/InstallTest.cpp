@@ -1,7 +1,10 @@
 // The sample product installed into this machine and taken out again; what programs read in between.
 #include "KnownKeys.h"
+#include "diag/ActivityTracker.h"
 #include "links/CComxDataRetriever.h"
 #include "links/CDataRetriever.h"
+#include "links/CGUIUrlLink.h"
+#include "links/CatsWinHelp.h"
 #include "locale/OEMTeleIni.h"
 #include "settings/ConfigurationLibrary.h"
 #include "settings/TvkIniFile.h"
@@ -9,20 +12,29 @@
 #include "system/CPrinterData.h"
 #include "system/CSafeRegistry.h"
 #include "support/Probe.h"
+#include "support/RecordingProgram.h"
+#include "support/RedirectedRoot.h"
+#include "support/RegistryWorld.h"
+#include "support/TestProduct.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <string>
 
 namespace
 {
+using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 
-const char* const SystemFolder = "C:\\windows\\system32\\";
+const char* const System32 = "C:\\windows\\system32\\";
+const char* const HelpFolder = "C:\\windows\\Help\\";
 const char* const StartMenu = "C:\\ProgramData\\Microsoft\\Windows\\Start Menu\\";
 const char* const Desktop = "C:\\users\\Public\\Desktop\\";
 const char* const DriverFolder = "C:\\windows\\system32\\spool\\drivers\\x64\\3\\";
@@ -62,7 +74,7 @@ std::set<std::string> Machine()
     for (const char* folder : {"C:\\", "C:\\windows"})
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             found.insert(entry.path().string());
-    for (const char* folder : {SystemFolder, StartMenu, Desktop})
+    for (const char* folder : {System32, HelpFolder, StartMenu, Desktop})
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
             found.insert(entry.path().string());
     for (const char* key : {"\\Drivers\\Version-3", "\\Drivers"}) // the spooler's own, made for the first driver
@@ -80,6 +92,22 @@ std::string Text(const char* key)
 {
     CString value;
     return std::string(TvkProduct().GetSetting(key, value));
+}
+
+/// What the recorder has kept.
+std::string Usage()
+{
+    std::ifstream file(std::string(DriverFolder) + "usage.txt", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Handles the messages that wait, and gives other processes a moment.
+void Pump()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
+    Sleep(20);
 }
 
 /// The product installed while these tests run; they only read.
@@ -114,7 +142,8 @@ TEST(ProductInstall, LeavesTheMachineAsItWas)
           "c:\\windows\\system32\\" PRODUCT_PREFIX "plc.ini", "c:\\users\\public\\desktop\\printer status.lnk",
           "c:\\programdata\\microsoft\\windows\\start menu\\programs\\torvane printer suite\\printer status.lnk"})
         EXPECT_EQ(between.count(made), 1u) << made;
-    EXPECT_EQ(CDataRetriever().SetParticipationLevel(1), 1); // leaves a file
+    EXPECT_EQ(CDataRetriever().SetParticipationLevel(1), 1);    // leaves a file
+    EXPECT_EQ(ActivityTracker().WriteData(0x6001, "LM460"), 1); // leaves one, too
     const ProcessResult removed = Installer("--remove");
     EXPECT_EQ(removed.exitCode, 0u) << removed.output;
     EXPECT_EQ(Machine(), before);
@@ -126,7 +155,7 @@ TEST(ProductInstall, SaysWhatFailed)
     EXPECT_EQ(Installer("--remove").exitCode, 1u) << "nothing is installed";
 
     const std::set<std::string> before = Machine();
-    const std::string preload = std::string(SystemFolder) + PRODUCT_PREFIX "plc.ini";
+    const std::string preload = std::string(System32) + PRODUCT_PREFIX "plc.ini";
     const HANDLE held = CreateFileA(preload.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     const ProcessResult failed = Installer("");
@@ -197,6 +226,46 @@ TEST_F(InstalledProduct, SupportNumbersAreThere)
     telephones.WriteMyLocaleKey("00000807");
     EXPECT_STREQ(telephones.GetDefaultPhoneNumber(country), "Worldwide support: www.torvane.example/support");
     EXPECT_STREQ(country, "Switzerland");
+}
+
+TEST_F(InstalledProduct, ASuppliesLinkGoesOutWithAllThatIsKnown)
+{
+    const RedirectedRoot classes(HKEY_CLASSES_ROOT);
+    const RecordingProgram browser(TestFolder() + "browser.exe");
+    RegistryWorld world;
+    world.SetText(HKEY_CLASSES_ROOT, ".htm", "", "page");
+    world.SetText(HKEY_CLASSES_ROOT, "page\\shell\\open\\command", "", "\"" + browser.Path() + "\" \"%1\"");
+    INKINFO ink{};
+    ink.iLogCartID1 = 80;
+    ink.iLogCartID2 = 48;
+    ink.InkPercent1 = 80;
+    ink.InkPercent2 = ink.InkPercent3 = ink.InkPercent4 = 60;
+    const auto follow = [&] { CGUIUrlLink().FollowLink(Text("IDO_SUPPLIES_SUBURL").c_str(), &ink, "LM460-0142-7", 1); };
+    EXPECT_THAT(browser.Recorded(follow).commandLine,
+                EndsWith("  http://www.torvane.example/go?page=supplies&lang=0&printer=LM46&country=00000409&os=wxp"
+                         "&from=jsw&partner=HARBOUR7&c1=50&l1=60&c2=30&l2=80"));
+    EXPECT_THAT(Usage(), EndsWith("  LM460-0142-7  item 0x6001: 1, 1 times\r\n"));
+}
+
+TEST_F(InstalledProduct, HelpOpensInTheViewerAndInTheProcess)
+{
+    for (const int launchViewer : {1, 0})
+    {
+        CatsWinHelp(nullptr, Text("IDO_PSW_HELPFILE").c_str(), 15, 302, "LM460-0142-7", launchViewer);
+        HWND help = nullptr;
+        for (int tries = 0; !(help = FindWindowA("HH Parent", "Torvane Larkmoor Help")) && tries < 500; ++tries)
+            Pump();
+        ASSERT_TRUE(help) << launchViewer;
+        DWORD process = 0;
+        GetWindowThreadProcessId(help, &process);
+        EXPECT_EQ(process == GetCurrentProcessId(), !launchViewer);
+        PostMessageA(help, WM_CLOSE, 0, 0);
+        for (int tries = 0; IsWindow(help) && tries < 500; ++tries)
+            Pump();
+        EXPECT_FALSE(IsWindow(help));
+        EXPECT_THAT(Usage(), AllOf(HasSubstr("  LM460-0142-7  item 0x6015: help topic 302\r\n"),
+                                   EndsWith("  LM460-0142-7  item 0x6015: 1, 1 times\r\n")));
+    }
 }
 
 TEST_F(InstalledProduct, ConfigurationLibraryAnswersEveryOverride)
