@@ -226,14 +226,18 @@ TEST_F(Help, LeavesNothingBehind)
                                             {"WTSQueryUserToken"},
                                             {"WTSQueryUserToken", "CreateProcessAsUserA"}};
     calls.pretend = true;
-    size_t before = 0;
+    size_t handles = 0, modules = 0;
     for (int round = 0; round < 1000; ++round)
     {
         if (round == 10)
-            before = OpenHandles();
+        {
+            handles = OpenHandles();
+            modules = LoadedModules();
+        }
         calls.Refuse(faults[static_cast<size_t>(round) % std::size(faults)]);
         CatsWinHelp(nullptr, HelpFile, Context, 20, "SN", round % 2);
     }
-    EXPECT_EQ(OpenHandles(), before);
+    EXPECT_EQ(OpenHandles(), handles);
+    EXPECT_EQ(LoadedModules(), modules);
     EXPECT_EQ(calls.environments, 0);
 }

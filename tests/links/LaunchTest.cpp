@@ -351,15 +351,19 @@ TEST_F(Launch, LeavesNothingBehind)
                                             {"WTSQueryUserToken", "CreateProcessAsUserA", "CreateProcessA"}};
     const FakeVersion version(9);
     calls.pretend = true;
-    size_t before = 0;
+    size_t handles = 0, modules = 0;
     for (int round = 0; round < 1000; ++round)
     {
         if (round == 10)
-            before = OpenHandles();
+        {
+            handles = OpenHandles();
+            modules = LoadedModules();
+        }
         calls.Refuse(faults[static_cast<size_t>(round) % std::size(faults)]);
         TestLink().GotoURLManually(Address, SW_SHOW);
     }
-    EXPECT_EQ(OpenHandles(), before);
+    EXPECT_EQ(OpenHandles(), handles);
+    EXPECT_EQ(LoadedModules(), modules);
     EXPECT_EQ(calls.environments, 0);
 }
 

@@ -3,6 +3,7 @@
 #include "TestLink.h"
 #include "links/StoreAddress.h"
 #include "support/FakeVersion.h"
+#include "support/OpenHandles.h"
 #include "support/Probe.h"
 #include "support/RedirectedRoot.h"
 #include "support/RegistryWorld.h"
@@ -325,4 +326,30 @@ TEST(Url, ANonAsciiOrVeryLongNamePassesUnchanged)
     const std::string name = "\xE4\xF6 %1 \"quoted\" " + std::string(5000, 'n');
     const TestProduct product(AddressSettings({{"IDO_SKIN_SUBURL", name.c_str()}}));
     EXPECT_EQ(TestLink().Get(name.c_str()), StandardAddress(name));
+}
+
+TEST(Url, LeavesNothingBehind)
+{
+    const std::string file = SystemFolder() + "spool\\linkstest.ini";
+    std::ofstream(file, std::ios::binary) << "[Retailer]\r\nPartner=shop\r\n";
+    const TestProduct product(StoreSettings());
+    RegistryWorld world;
+    world.Set(HKEY_LOCAL_MACHINE, StoreKey, "Tag", REG_BINARY, std::string(300, 'L'));
+    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Only", "Yes");
+    size_t handles = 0, modules = 0;
+    for (int round = 0; round < 1000; ++round)
+    {
+        if (round == 10)
+        {
+            handles = OpenHandles();
+            modules = LoadedModules();
+        }
+        TestLink link;
+        link.m_bReadIniURL = 1;
+        link.Get("supplies");
+        link.ConstructStandardURL("supplies");
+    }
+    EXPECT_EQ(OpenHandles(), handles);
+    EXPECT_EQ(LoadedModules(), modules);
+    DeleteFileA(file.c_str());
 }
