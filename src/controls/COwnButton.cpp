@@ -18,9 +18,15 @@ void COwnButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     const HDC context = lpDrawItemStruct->hDC;
     const int saved = ::SaveDC(context);
     // The rectangles are the parent's; the button's own corner is the origin here.
-    ::OffsetViewportOrgEx(context, -m_rcButton.left, -m_rcButton.top, nullptr);
+    const CPoint origin = WindowOrigin();
+    ::OffsetViewportOrgEx(context, -origin.x, -origin.y, nullptr);
     DrawButton(CDC::FromHandle(context));
     ::RestoreDC(context, saved);
+}
+
+CPoint COwnButton::WindowOrigin() const
+{
+    return m_rcButton.TopLeft();
 }
 
 void COwnButton::Repaint()

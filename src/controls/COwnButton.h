@@ -19,6 +19,8 @@ class AFX_EXT_CLASS COwnButton : public CGUIButton
 
   protected:
     void Repaint() override;
+    /// Where the button's window lies, in the coordinates of its rectangle: the rectangle's corner.
+    virtual CPoint WindowOrigin() const;
 
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     DECLARE_MESSAGE_MAP()

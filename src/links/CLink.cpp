@@ -1,5 +1,6 @@
 // The base of the links for hosts without product settings.
 #include "links/CLink.h"
+#include "system/internal/ParentRect.h"
 
 IMPLEMENT_DYNAMIC(CLink, COwnButton)
 
@@ -23,4 +24,11 @@ void CLink::ShowAtOnce()
 {
     Repaint();
     ::UpdateWindow(m_hWnd);
+}
+
+/// The link's rectangle may have been moved away from the control.
+CPoint CLink::WindowOrigin() const
+{
+    const RECT place = tvk::RectInParent(m_hWnd);
+    return CPoint(place.left, place.top);
 }

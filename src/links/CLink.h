@@ -15,6 +15,7 @@ class AFX_EXT_CLASS CLink : public CLinkT<COwnButton>
 
   protected:
     void ShowAtOnce() override;
+    CPoint WindowOrigin() const override;
 
     DECLARE_MESSAGE_MAP()
 };

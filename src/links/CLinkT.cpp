@@ -200,7 +200,8 @@ void CLinkT<Button>::DisplayText(CDC* pDC)
     CString text;
     this->GetWindowText(text);
     CRect place = m_rcLink;
-    ::DrawTextA(context, text, text.GetLength(), &place, m_nTextFlags);
+    if (!place.IsRectEmpty()) // there the system draws the underline all the same
+        ::DrawTextA(context, text, text.GetLength(), &place, m_nTextFlags);
     if (m_bFocus && (this->GetStyle() & WS_TABSTOP))
         DrawFocus(context, text.IsEmpty() ? m_rcButton : m_rcLink, colour);
     ::RestoreDC(context, saved);
@@ -229,13 +230,14 @@ bool CLinkT<Button>::InShape(CPoint point) const
     return Button::InShape(point) || m_rcLink.PtInRect(point + m_rcButton.TopLeft());
 }
 
-/// A point in the control's client coordinates. It goes to the parent's by the system's conversion, which knows about
-/// mirrored windows.
+/// A point in the control's client coordinates. In a mirrored window a point of the mouse is the pixel's right edge, as
+/// pixels are drawn: the whole pixel goes to the parent's coordinates.
 template <class Button>
 bool CLinkT<Button>::IsOnLink(CPoint point)
 {
-    ::MapWindowPoints(this->m_hWnd, ::GetParent(this->m_hWnd), &point, 1);
-    return this->HitTest(point);
+    ::ClientToScreen(this->m_hWnd, &point);
+    const RECT pixel = tvk::ScreenToClientRect(::GetParent(this->m_hWnd), {point.x, point.y, point.x + 1, point.y + 1});
+    return this->HitTest(CPoint(pixel.left, pixel.top));
 }
 
 template <class Button>

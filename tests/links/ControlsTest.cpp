@@ -1,0 +1,515 @@
+// Link controls on real windows, by real mouse and keyboard: looks, places that answer, clicks, both families.
+#include "links/CGUIHelpLink.h"
+#include "links/CGUIWizardLink.h"
+#include "links/CHelpLink.h"
+#include "links/CWizardLink.h"
+#include "controls/Pictures.h"
+#include "support/GdiObjects.h"
+#include "support/IatPatch.h"
+#include "support/TestProduct.h"
+#include <gtest/gtest.h>
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <vector>
+
+namespace
+{
+constexpr UINT Link = 100;
+const CRect Place(20, 10, 220, 50); ///< the control in its parent
+constexpr int HostWidth = 260;
+constexpr COLORREF Paper = RGB(250, 240, 200);
+constexpr COLORREF Blue = 0xFF0000;
+constexpr COLORREF Red = RGB(200, 0, 0);
+constexpr COLORREF Grey = 0xA0A0A0;
+constexpr COLORREF Green = 0x00FF00;
+
+enum FaceId : UINT
+{
+    Normal = 1,
+    Hover,
+    Disabled
+};
+
+/// A face of one colour, 32 x 32, with a hole of two pixels all around.
+Picture MakeFace(FaceId id)
+{
+    Picture face(32, 32, 24, 40 + id);
+    face.SetHoleColour(Green);
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 32; ++x)
+            face.Set(x, y, x < 2 || y < 2 || x >= 30 || y >= 30);
+    return face;
+}
+
+/// Pictures of the links, as long as the program runs.
+const std::map<FaceId, Picture>& Faces()
+{
+    static const std::map<FaceId, Picture> faces = {
+        {Normal, MakeFace(Normal)}, {Hover, MakeFace(Hover)}, {Disabled, MakeFace(Disabled)}};
+    return faces;
+}
+
+/// The host's application: notes what help it is asked for.
+class Application : public CWinApp
+{
+  public:
+    std::string help;
+    void WinHelp(DWORD_PTR data, UINT command) override
+    {
+        help += std::to_string(data) + " " + std::to_string(command) + ";";
+    }
+} application;
+
+/// A host's window: paints paper and the link on it, and counts the link's clicks.
+class Host : public CWnd
+{
+  public:
+    int clicks = 0;
+    CGUILink* painted = nullptr;
+    CWnd* endedByClick = nullptr;
+
+  protected:
+    afx_msg void OnPaint()
+    {
+        CPaintDC context(this);
+        OnEraseBkgnd(&context);
+        if (painted)
+            painted->DrawButton(&context);
+    }
+    afx_msg BOOL OnEraseBkgnd(CDC* context)
+    {
+        CRect client;
+        GetClientRect(&client);
+        context->FillSolidRect(&client, Paper);
+        return TRUE;
+    }
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
+    {
+        clicks += LOWORD(wParam) == Link && HIWORD(wParam) == BN_CLICKED;
+        if (endedByClick)
+            endedByClick->DestroyWindow();
+        return CWnd::OnCommand(wParam, lParam);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Host, CWnd)
+    ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
+END_MESSAGE_MAP()
+
+template <class Kind>
+class World
+{
+  public:
+    explicit World(DWORD exStyle = 0) : m_mirrored(exStyle & WS_EX_LAYOUTRTL)
+    {
+        host.CreateEx(exStyle, AfxRegisterWndClass(0), "host", WS_POPUP, 50, 60, HostWidth, 80, nullptr, nullptr);
+        host.ShowWindow(SW_SHOWNOACTIVATE);
+        SetForegroundWindow(host.m_hWnd);
+        CreateWindowExA(0, "BUTTON", "&Order ink", WS_CHILD | WS_VISIBLE | WS_TABSTOP, Place.left, Place.top,
+                        Place.Width(), Place.Height(), host.m_hWnd,
+                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(Link)), nullptr, nullptr);
+        link.SubclassDlgItem(Link, &host);
+        if constexpr (std::is_base_of_v<CGUILink, Kind>)
+            host.painted = &link;
+        link.SetLinkHoverColor(Red);
+        SetCursorPos(5, 5);
+        Pump(100);
+    }
+    ~World() { host.DestroyWindow(); }
+
+    static void Pump(DWORD milliseconds)
+    {
+        const DWORD end = GetTickCount() + milliseconds;
+        do
+        {
+            MSG message;
+            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+                if (!IsDialogMessageA(GetActiveWindow(), &message))
+                {
+                    TranslateMessage(&message);
+                    DispatchMessageA(&message);
+                }
+            Sleep(5);
+        } while (GetTickCount() < end);
+    }
+    /// Waits, longer on a busy machine, until something is so.
+    static bool Wait(const std::function<bool()>& isSo)
+    {
+        Pump(60);
+        for (int i = 0; i < 20 && !isSo(); ++i)
+            Pump(50);
+        return isSo();
+    }
+
+    /// A point of the parent's client area on the screen.
+    POINT OnScreen(CPoint point) const { return {50 + (m_mirrored ? HostWidth - 1 - point.x : point.x), 60 + point.y}; }
+    void MoveTo(CPoint point)
+    {
+        const POINT screen = OnScreen(point);
+        SetCursorPos(screen.x, screen.y);
+        Pump(60);
+    }
+    static void Mouse(DWORD flags)
+    {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flags;
+        SendInput(1, &input, sizeof input);
+        Pump(60);
+    }
+    static void Keys(std::vector<WORD> codes)
+    {
+        std::vector<INPUT> inputs;
+        for (const bool up : {false, true})
+        {
+            for (const WORD code : codes)
+            {
+                INPUT& input = inputs.emplace_back();
+                input.type = INPUT_KEYBOARD;
+                input.ki.wVk = code;
+                input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+            }
+            std::reverse(codes.begin(), codes.end());
+        }
+        SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof inputs[0]);
+        Pump(60);
+    }
+
+    /// Which points of the parent's client area have this colour on the screen.
+    std::vector<CPoint> Coloured(COLORREF colour) const
+    {
+        const HDC screen = GetDC(nullptr);
+        Surface copy(HostWidth, 80, 1);
+        BitBlt(copy.Context(), 0, 0, HostWidth, 80, screen, 50, 60, SRCCOPY);
+        ReleaseDC(nullptr, screen);
+        const auto pixels = copy.Pixels();
+        std::vector<CPoint> points;
+        for (int y = 0; y < 80; ++y)
+            for (int x = 0; x < HostWidth; ++x)
+                if (pixels[static_cast<size_t>(y * HostWidth + x)] == colour)
+                    points.emplace_back(m_mirrored ? HostWidth - 1 - x : x, y);
+        return points;
+    }
+    /// The face's letter and the text's, an underscore for the captured mouse, and new clicks.
+    std::string Seen()
+    {
+        std::string seen;
+        for (const auto& [id, letter] : {std::pair(Normal, 'N'), {Hover, 'H'}, {Disabled, 'D'}})
+            if (!Coloured(Faces().at(id).At(16, 16)).empty())
+                seen += letter;
+        for (const auto& [colour, letter] : {std::pair(Blue, 'b'), {Red, 'r'}, {Grey, 'g'}})
+            if (!Coloured(colour).empty())
+                seen += letter;
+        return seen + (link.m_hWnd && GetCapture() == link.m_hWnd ? "_" : "") +
+               std::string(static_cast<size_t>(host.clicks - m_seenClicks), '!');
+    }
+    /// Plays groups of events, "events=expected", and looks after each group whether what is seen is as expected.
+    void Play(const std::string& groups)
+    {
+        const CPoint corner = Place.TopLeft();
+        const std::map<char, std::function<void()>> players = {
+            {'p', [&] { MoveTo(corner + CSize(16, 16)); }}, // the picture
+            {'t', [&] { MoveTo(corner + CSize(50, 20)); }}, // the text
+            {'k', [&] { MoveTo(corner + CSize(1, 1)); }}, // the picture's transparent corner
+            {'e', [&] { MoveTo(corner + CSize(190, 20)); }}, // an empty place of the control
+            {'E', [&] { MoveTo(corner + CSize(192, 22)); }}, {'o', [&] { MoveTo(CPoint(-30, -30)); }},
+            {'d', [] { Mouse(MOUSEEVENTF_LEFTDOWN); }},      {'u', [] { Mouse(MOUSEEVENTF_LEFTUP); }},
+        };
+        std::istringstream input(groups);
+        std::string played;
+        for (std::string group; input >> group; m_seenClicks = host.clicks)
+        {
+            const std::string events = group.substr(0, group.find('=')), expected = group.substr(events.size() + 1);
+            for (const char event : events)
+                players.at(event)();
+            played += " " + events;
+            Wait([&] { return Seen() == expected; });
+            EXPECT_EQ(Seen(), expected) << "after" << played << (m_mirrored ? ", mirrored" : "");
+        }
+    }
+
+    Host host;
+    Kind link;
+    const PictureLibrary art{
+        {{Normal, Faces().at(Normal).Dib()}, {Hover, Faces().at(Hover).Dib()}, {Disabled, Faces().at(Disabled).Dib()}}};
+
+  private:
+    const bool m_mirrored;
+    int m_seenClicks = 0;
+};
+
+template <class Kind>
+class Links : public testing::Test
+{
+};
+using Families = testing::Types<CGUIWizardLink, CWizardLink>;
+TYPED_TEST_SUITE(Links, Families);
+
+constexpr UINT Middle = DT_VCENTER | DT_SINGLELINE;
+
+TYPED_TEST(Links, WithoutHoverPictureLookPressedUnderTheMouse)
+{
+    for (const DWORD exStyle : {0ul, static_cast<DWORD>(WS_EX_LAYOUTRTL)})
+    {
+        World<TypeParam> world(exStyle);
+        EXPECT_EQ(world.link.Initialize(Normal, world.art.Module()), 1);
+        world.Play("o=Nb t=Nr e=Nb p=Nr k=Nb t=Nr o=Nb");
+        world.Play("t=Nr d=Nr_ up=Nr! d=Nr_ ut=Nr! dup=Nr!"); // two in quick succession: each counts
+        world.Play("ed=Nb u=Nb td=Nr_ e=Nr_ u=Nb!");          // pressed beside the link; released there
+        world.Play("td=Nr_ o=Nr_ u=Nb p=Nr o=Nb");
+        EXPECT_EQ(world.link.SetDisabledBitmap(Disabled, world.art.Module(), Green), 1);
+        world.Play("td=Nr_ eu=Nb tdup=Nr! o=Nb");
+    }
+}
+
+TYPED_TEST(Links, WithHoverPictureHoldTheMouseWhileItIsOnThem)
+{
+    for (const DWORD exStyle : {0ul, static_cast<DWORD>(WS_EX_LAYOUTRTL)})
+    {
+        World<TypeParam> world(exStyle);
+        EXPECT_EQ(world.link.Initialize(Normal, Hover, 0, world.art.Module(), Middle), 1);
+        world.Play("o=Nb t=Hr_ e=Nb p=Hr_ k=Nb p=Hr_ o=Nb");
+        world.Play("t=Hr_ d=Hr_ u=Hr_! du=Hr_! o=Nb");
+        world.Play("tdeE=Nb u=Nb td=Hr_ o=Nb u=Nb t=Hr_"); // dragged off
+        world.host.SetCapture();
+        world.Play("=Nb");
+        ReleaseCapture();
+        world.Play("p=Hr_ o=Nb");
+        EXPECT_EQ(world.link.Initialize(Normal, 0, world.art.Module(), Middle), 1);
+        world.Play("=Nb t=Nr o=Nb");
+    }
+}
+
+TYPED_TEST(Links, ShowTheHandWhereTheyAnswer)
+{
+    for (const DWORD exStyle : {0ul, static_cast<DWORD>(WS_EX_LAYOUTRTL)})
+    {
+        World<TypeParam> world(exStyle);
+        world.link.Initialize(Normal, world.art.Module());
+        for (const auto& [x, y, on] : {std::tuple(2, 2, true),
+                                       {1, 2, false},
+                                       {29, 29, true},
+                                       {30, 15, false},
+                                       {34, 20, false},
+                                       {37, 20, true},
+                                       {45, 2, false},
+                                       {150, 20, false}})
+        {
+            world.MoveTo(CPoint(-30, -30));
+            world.MoveTo(Place.TopLeft() + CSize(x, y));
+            const HCURSOR expected = LoadCursorA(nullptr, on ? IDC_HAND : IDC_ARROW);
+            EXPECT_TRUE(world.Wait([&] { return GetCursor() == expected; })) << x << ", " << y << ", " << exStyle;
+        }
+    }
+}
+
+TYPED_TEST(Links, AnswerTheKeyboardAndScreenReadersLikeButtons)
+{
+    World<TypeParam> world;
+    world.link.Initialize(Normal, Disabled, world.art.Module(), Middle);
+    CreateWindowExA(0, "BUTTON", "other", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 100, 50, 20, world.host.m_hWnd,
+                    nullptr, nullptr, nullptr);
+    world.Pump(120);
+    const auto plain = world.Coloured(Blue);
+    world.Keys({VK_TAB});
+    EXPECT_TRUE(world.Wait([&] { return GetFocus() == world.link.m_hWnd; }));
+    EXPECT_TRUE(world.Wait([&] { return world.Coloured(Blue).size() > plain.size() + 20; })) << "no frame";
+    const auto framed = world.Coloured(Blue);
+    if (world.host.painted)
+        world.host.painted->DrawButton(CDC::FromHandle(GetDC(world.host.m_hWnd)));
+    EXPECT_EQ(world.Coloured(Blue).size(), framed.size()) << "the frame does not last";
+    world.Keys({VK_SPACE});
+    EXPECT_TRUE(world.Wait([&] { return world.host.clicks == 1; }));
+    world.Keys({VK_RETURN});
+    EXPECT_TRUE(world.Wait([&] { return world.host.clicks == 2; }));
+    world.Keys({VK_TAB});
+    EXPECT_TRUE(world.Wait([&] { return world.Coloured(Blue).size() == plain.size(); })) << "the frame stays";
+    world.Keys({VK_MENU, 'O'});
+    EXPECT_TRUE(world.Wait([&] { return world.host.clicks == 3; }));
+    char text[20];
+    EXPECT_EQ(std::string(text, static_cast<size_t>(
+                                    world.link.SendMessage(WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text)))),
+              "&Order ink");
+    EXPECT_TRUE(world.link.SendMessage(WM_GETDLGCODE) & DLGC_BUTTON);
+    world.link.SendMessage(BM_CLICK);
+    EXPECT_EQ(world.host.clicks, 4);
+    world.link.EnableWindow(FALSE);
+    EXPECT_TRUE(world.Wait([&] { return world.Seen() == "Dg!!!!"; })) << world.Seen();
+    world.link.SendMessage(BM_CLICK);
+    world.Play("tdu=Dg!!!!");
+    world.link.EnableWindow();
+    world.Play("o=Nb");
+}
+
+TYPED_TEST(Links, PutTheirTextWhereItIsWanted)
+{
+    World<TypeParam> world;
+    CGUIFont larger;
+    larger.SetTextSize(14);
+    larger.SetTextUnderline();
+    CGUIFont own;
+    own.SetTextUnderline();
+    const CSize offset(3, -2);
+    const CRect beside(Place.left + 36, Place.top, Place.right, Place.bottom);
+    const struct
+    {
+        const char* name;
+        std::function<void()> place;
+        UINT flags;
+        CRect within; ///< by the same flags
+        CPoint moved;
+    } rows[] = {
+        {"text alone", [&] { world.link.Initialize(0, nullptr); }, Middle, Place, {}},
+        {"beside a picture", [&] { world.link.Initialize(Normal, world.art.Module()); }, Middle, beside, {}},
+        {"right, bottom",
+         [&] { world.link.Initialize(0, 0, nullptr, DT_RIGHT | DT_BOTTOM | DT_SINGLELINE); },
+         DT_RIGHT | DT_BOTTOM | DT_SINGLELINE,
+         Place,
+         {}},
+        {"centre, top",
+         [&] { world.link.SetTextAlignmentFlags(DT_CENTER | DT_SINGLELINE); },
+         DT_CENTER | DT_SINGLELINE,
+         Place,
+         {}},
+        {"start",
+         [&] { world.link.SetTextStart(12, 5); },
+         DT_CENTER | DT_SINGLELINE,
+         CRect(Place.left + 12, Place.top + 5, Place.right, Place.bottom),
+         {}},
+        {"start stays",
+         [&] { world.link.Initialize(0, 0, nullptr, DT_SINGLELINE); },
+         DT_SINGLELINE,
+         CRect(Place.left + 12, Place.top + 5, Place.right, Place.bottom),
+         {}},
+        {"other place",
+         [&]
+         {
+             CClientDC context(&world.host);
+             world.link.SetRect(&context, CRect(60, 20, 180, 48), DT_CENTER | Middle);
+         },
+         DT_CENTER | Middle,
+         CRect(60, 20, 180, 48),
+         {}},
+        {"moved",
+         [&] { world.link.OffsetTopLeft(offset.cx, offset.cy); },
+         DT_CENTER | Middle,
+         CRect(60, 20, 180, 48) + CPoint(offset.cx, offset.cy),
+         {}},
+        {"larger",
+         [&] { world.link.SetFont(&larger); },
+         DT_CENTER | Middle,
+         CRect(60, 20, 180, 48) + CPoint(offset.cx, offset.cy),
+         {}},
+    };
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(row.name);
+        row.place();
+        world.Pump(120);
+        const CClientDC context(&world.host);
+        const HGDIOBJ former = SelectObject(context.m_hDC, std::string(row.name) == "larger" ? larger : own);
+        CRect size;
+        DrawTextA(context.m_hDC, "&Order ink", -1, &size, DT_CALCRECT | DT_SINGLELINE);
+        SelectObject(context.m_hDC, former);
+        const CSize room(row.within.Width() - size.Width(), row.within.Height() - size.Height());
+        const CRect expected(row.within.TopLeft() + CSize(row.flags & DT_RIGHT    ? room.cx
+                                                          : row.flags & DT_CENTER ? room.cx / 2
+                                                                                  : 0,
+                                                          row.flags & DT_BOTTOM    ? room.cy
+                                                          : row.flags & DT_VCENTER ? room.cy / 2
+                                                                                   : 0),
+                             size.Size());
+        const auto text = world.Coloured(Blue);
+        EXPECT_GT(text.size(), static_cast<size_t>(expected.Width()));
+        EXPECT_TRUE(std::all_of(text.begin(), text.end(), [&](CPoint point) { return expected.PtInRect(point); }));
+        EXPECT_TRUE(world.link.HitTest(expected.TopLeft()));
+        EXPECT_TRUE(world.link.HitTest(expected.BottomRight() - CSize(1, 1)));
+        EXPECT_FALSE(world.link.HitTest(expected.BottomRight()));
+        EXPECT_FALSE(world.link.HitTest(CPoint(expected.left - 1, expected.bottom - 1)));
+    }
+    world.link.SetFont(nullptr);
+    world.link.SetTextStart(0, 0);
+    world.link.SetTextAlignmentFlags(DT_WORDBREAK | DT_RIGHT);
+    world.link.SetWindowText("A text that is by far too long for a single line of the link");
+    world.Pump(120);
+    const auto text = world.Coloured(Blue);
+    ASSERT_FALSE(text.empty());
+    const auto [top, bottom] =
+        std::minmax_element(text.begin(), text.end(), [](CPoint a, CPoint b) { return a.y < b.y; });
+    EXPECT_GT(bottom->y - top->y, 14) << "several lines";
+}
+
+TYPED_TEST(Links, MayEndByTheirClick)
+{
+    World<TypeParam> world;
+    world.link.Initialize(Normal, Hover, 0, world.art.Module(), Middle);
+    world.host.painted = nullptr;
+    world.host.endedByClick = &world.link;
+    world.Play("tdu=!");
+    EXPECT_EQ(world.link.m_hWnd, nullptr);
+}
+
+TYPED_TEST(Links, LeaveNoObjectBehind)
+{
+    World<TypeParam> world;
+    Surface surface(HostWidth, 80, 1);
+    CGUIFont font;
+    const auto rounds = [&](int count)
+    {
+        for (int i = 0; i < count; ++i)
+        {
+            world.link.Initialize(Normal, i % 2 ? Hover : 0u, Disabled, world.art.Module(), Middle);
+            world.link.SetDisabledBitmap(Disabled, world.art.Module(), Green);
+            world.link.SetFont(i % 3 ? &font : nullptr);
+            world.link.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(i % 2 ? 10 : 190, 10));
+            world.link.SendMessage(WM_SETFOCUS);
+            world.link.DrawButton(CDC::FromHandle(surface.Context()));
+            world.link.SendMessage(WM_MOUSELEAVE);
+            TypeParam other;
+        }
+        return CountGdiObjects();
+    };
+    const int early = rounds(10);
+    EXPECT_EQ(rounds(1000), early);
+}
+
+/// What the first link loads as its cursor.
+std::vector<std::pair<HINSTANCE, ULONG_PTR>> loadedCursors;
+HCURSOR(WINAPI* loadCursor)(HINSTANCE, LPCSTR);
+HCURSOR WINAPI NoteCursor(HINSTANCE module, LPCSTR name)
+{
+    loadedCursors.emplace_back(module, reinterpret_cast<ULONG_PTR>(name));
+    return loadCursor(module, name);
+}
+
+TEST(LinkCursor, IsTheSystemsHandLoadedOnce)
+{
+    const TestLibrary resources("linkcursor.dll", {});
+    const TestProduct product({{"IDO_JSW_RESDLL", resources.Path().c_str()}});
+    const IatPatch patch(LibraryUnderTest(), "LoadCursorA", &NoteCursor);
+    loadCursor = patch.Original<decltype(loadCursor)>();
+    CGUIButton::g_hLinkCursor = nullptr;
+    for (int i = 0; i < 2; ++i)
+        CGUIHelpLink link;
+    EXPECT_EQ(CGUIButton::g_hLinkCursor, LoadCursorA(nullptr, IDC_HAND));
+    ASSERT_EQ(loadedCursors.size(), 2u);
+    EXPECT_EQ(loadedCursors[0], std::pair(HINSTANCE{}, ULONG_PTR{32649}));
+    EXPECT_TRUE(loadedCursors[1].first);
+    EXPECT_EQ(loadedCursors[1].second, ULONG_PTR{30977});
+    EXPECT_FALSE(GetModuleHandleA("linkcursor.dll")) << "still loaded";
+}
+
+TEST(FollowedLinks, LeadToTheApplicationsHelpOrNowhere)
+{
+    CGUIHelpLink().FollowLink(20);
+    CHelpLink().FollowLink(0xFFFF);
+    CGUIWizardLink().FollowLink(20);
+    CWizardLink().FollowLink(20);
+    EXPECT_EQ(application.help, "65556 1;131071 1;");
+}
+} // namespace
