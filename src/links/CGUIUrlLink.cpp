@@ -1,21 +1,19 @@
 #include "links/CGUIUrlLink.h"
-#include <afxwin.h>
 #include <shellapi.h>
 #include "diag/ActivityTracker.h"
 #include "links/StoreAddress.h"
+#include "links/internal/Browser.h"
 #include "links/internal/ConsoleSession.h"
 #include "locale/CountryLanguage.h"
 #include "settings/TvkIniFile.h"
 #include "settings/internal/Directories.h"
 #include "settings/internal/SuppliesKey.h"
 #include "system/internal/DetachedProcess.h"
-#include "system/internal/Handle.h"
 #include "system/internal/RegistryValue.h"
 #include "system/internal/Tables.h"
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <functional>
 #include <iterator>
 #include <string_view>
@@ -162,32 +160,6 @@ CString Decimal(int number)
     return text;
 }
 
-/// What an error of the shell means to the user.
-struct ShellError
-{
-    int code;
-    const char* text;
-};
-constexpr auto ShellErrors = std::to_array<ShellError>({
-    {0, "The operating system is out\nof memory or resources."},
-    {2, "The specified file was not found."},
-    {3, "The specified path was not found."},
-    {5, "The operating system denied\naccess to the specified file."},
-    {8, "There was not enough memory to complete the operation."},
-    {11, "The .EXE file is invalid\n(non-Win32 .EXE or error in .EXE image)."},
-    {26, "A sharing violation occurred. "},
-    {27, "The filename association is\nincomplete or invalid."},
-    {28, "The DDE transaction could not\nbe completed because the request timed out."},
-    {29, "The DDE transaction failed."},
-    {30, "The DDE transaction could not\nbe completed because other DDE transactions\nwere being processed."},
-    {31, "There is no application associated\nwith the given filename extension."},
-    {32, "The specified dynamic-link library was not found."},
-});
-static_assert(tvk::AreUnique(ShellErrors, &ShellError::code));
-
-/// Results of ShellExecute above this one are successes.
-constexpr INT_PTR LastShellError = 32;
-
 constexpr tvk::ConsoleSessionTexts BrowserTexts = {
     "CGUIUrlLink::GotoURLManually()...Launching URL through CreateProcessAsUser",
     "CGUIUrlLink:GetSystemDirectory() failed.",
@@ -208,18 +180,6 @@ constexpr bool IsWin9x(CRegistry::OSVersion version)
     return version >= CRegistry::OS_WIN32S && version <= CRegistry::OS_WINME;
 }
 
-/// The browser's command with the address in place of its placeholder and all that follows it.
-CString WithAddress(const CString& browserCommand, const char* address)
-{
-    for (const char* const placeholder : {"\"%1\"", "%1"})
-    {
-        const int at = browserCommand.Find(placeholder);
-        if (at >= 0)
-            return browserCommand.Left(at) + " " + address;
-    }
-    return browserCommand + " " + address;
-}
-
 /// The user's country and language as addresses give them.
 struct UserLocale
 {
@@ -231,7 +191,15 @@ struct UserLocale
 };
 } // namespace
 
-CGUIUrlLink::CGUIUrlLink() : m_szPrinterName(), m_bReadIniURL(0), m_pInkInfo(nullptr) {}
+IMPLEMENT_DYNAMIC(CGUIUrlLink, CGUILink)
+
+CGUIUrlLink::CGUIUrlLink() : m_szPrinterName(), m_bReadIniURL(0), m_pInkInfo(nullptr)
+{
+    constexpr COLORREF blue = 0xFF0000;
+    SetLinkTextColor(blue);
+    SetLinkHoverColor(blue);
+    SetTextUnderline();
+}
 
 CGUIUrlLink::~CGUIUrlLink() = default;
 
@@ -397,7 +365,7 @@ HINSTANCE CGUIUrlLink::GotoURL(const char* address, int show)
         return GotoURLManually(address, show);
     const HINSTANCE opened = ::ShellExecuteA(nullptr, "open", address, nullptr, nullptr, show);
     const INT_PTR result = reinterpret_cast<INT_PTR>(opened);
-    if (result > LastShellError)
+    if (result > tvk::LAST_SHELL_ERROR)
         return opened;
     m_Spy.OutputData("ShellExecute() Failed...return code");
     m_Spy.OutputData(static_cast<int>(result));
@@ -409,10 +377,9 @@ HINSTANCE CGUIUrlLink::GotoURLManually(const char* address, int show)
     m_Spy.OutputData("CGUIUrlLink::GotoURLManually()");
     m_Spy.OutputData(CString(address));
     m_Spy.OutputData(show);
-    const CString command = BrowserCommand();
-    if (command.IsEmpty())
+    const CString commandLine = tvk::BrowserCommandLine(address);
+    if (commandLine.IsEmpty())
         return nullptr;
-    const CString commandLine = WithAddress(command, address);
     m_Spy.OutputData("CGUIUrlLink::GotoURLManually()...CreateProcess()");
     m_Spy.OutputData(commandLine);
 
@@ -441,19 +408,7 @@ HINSTANCE CGUIUrlLink::GotoURLManually(const char* address, int show)
 
 void CGUIUrlLink::ReportError(int error)
 {
-    CString text = "Can't open link:\n\n";
-    const auto known = std::find_if(ShellErrors.begin(), ShellErrors.end(),
-                                    [error](const ShellError& row) { return row.code == error; });
-    if (known != ShellErrors.end())
-    {
-        text += known->text;
-    }
-    else
-    {
-        CString unknown;
-        unknown.Format("Unknown Error (%d) occurred.", error);
-        text += unknown;
-    }
+    const CString text = tvk::ShellErrorText(error);
     if (m_Product.CompareSetting("IDO_DEBUGMSG", 1ul))
         AfxMessageBox(text, MB_ICONEXCLAMATION);
     m_Spy.OutputData("CGUIUrlLink::ReportError()");
@@ -462,16 +417,7 @@ void CGUIUrlLink::ReportError(int error)
 
 long CGUIUrlLink::GetRegKey(HKEY root, const char* keyPath, char* output)
 {
-    tvk::RegistryKey key;
-    const long result = ::RegOpenKeyExA(root, keyPath, 0, KEY_QUERY_VALUE, key.Receive());
-    if (result != ERROR_SUCCESS)
-        return result;
-    CString text;
-    tvk::ReadText(key.Get(), nullptr, text);
-    if (text.GetLength() >= static_cast<int>(tvk::REGISTRY_TEXT_SIZE)) // it came without a NUL
-        text.Empty();
-    std::memcpy(output, static_cast<LPCSTR>(text), static_cast<size_t>(text.GetLength()) + 1);
-    return result;
+    return tvk::ReadDefaultText(root, keyPath, output);
 }
 
 CString CGUIUrlLink::Setting(const char* key)
@@ -541,16 +487,6 @@ CString CGUIUrlLink::GetServiceTag()
     m_Spy.OutputData("service tag processing");
     m_Spy.OutputData(tag);
     return tag;
-}
-
-/// The command that opens ".htm" files, with its placeholder; empty when there is none.
-CString CGUIUrlLink::BrowserCommand()
-{
-    char documentClass[tvk::REGISTRY_TEXT_SIZE] = "", command[tvk::REGISTRY_TEXT_SIZE] = "";
-    if (GetRegKey(HKEY_CLASSES_ROOT, ".htm", documentClass) != ERROR_SUCCESS ||
-        GetRegKey(HKEY_CLASSES_ROOT, CString(documentClass) + "\\shell\\open\\command", command) != ERROR_SUCCESS)
-        return CString();
-    return command;
 }
 
 /// From the first supplies or reseller link on, addresses name the retailer; later links of other kinds do, too.

@@ -1,14 +1,15 @@
 // From the name of a link to the maker's page in the user's browser.
 #pragma once
 
-#include <afx.h>
 #include "diag/CSpy.h"
 #include "diag/StatusStructures.h"
 #include "ink/CGUIInkDisplay.h"
+#include "links/CGUILink.h"
 #include "settings/TvkProduct.h"
 #include "system/CRegistry.h"
 
-/// Composes the address that a link stands for and opens it in the browser.
+/// A link to a page of the maker's: composes the address that it stands for and opens it in the browser. It is a
+/// control (see CGUILink); whoever only needs addresses uses it without a window.
 ///
 /// A link is named by its sub-URL: the text of one of the fifteen settings `IDO_..._SUBURL`, which tell the kinds of
 /// links apart. Each kind has a setting `IDO_..._URL_OVERRIDE`: "0" means that the address is composed, any other text
@@ -25,14 +26,16 @@
 /// docs/security.md for what a host must see to.
 ///
 /// Every step is traced. Make and use a link on the host's user-interface thread.
-class AFX_EXT_CLASS CGUIUrlLink
+class AFX_EXT_CLASS CGUIUrlLink : public CGUILink
 {
+    DECLARE_DYNAMIC(CGUIUrlLink)
+
   public:
-    /// No address, no printer, no ink report; no partner parameter.
+    /// No address, no printer, no ink report; no partner parameter. The text is blue, hovered or not, and underlined.
     CGUIUrlLink();
     CGUIUrlLink(const CGUIUrlLink&) = delete;
     CGUIUrlLink& operator=(const CGUIUrlLink&) = delete;
-    virtual ~CGUIUrlLink();
+    ~CGUIUrlLink() override;
 
     /// Makes the address of the link called `subUrl`. An unknown name leaves the address as it was.
     void GetURL(CString subUrl);
@@ -110,5 +113,4 @@ class AFX_EXT_CLASS CGUIUrlLink
     void NoticeRetailerLink(const CString& subUrl);
     void StoreInkInfo(INKINFO* ink);
     void OpenLink(const CString& subUrl, int useShell);
-    CString BrowserCommand();
 };

@@ -1,11 +1,17 @@
 // Link controls on real windows, by real mouse and keyboard: looks, places that answer, clicks, both families.
 #include "links/CGUIHelpLink.h"
+#include "links/CGUIUrlLink.h"
 #include "links/CGUIWizardLink.h"
 #include "links/CHelpLink.h"
+#include "links/CUrlLink.h"
 #include "links/CWizardLink.h"
 #include "controls/Pictures.h"
 #include "support/GdiObjects.h"
 #include "support/IatPatch.h"
+#include "support/OpenHandles.h"
+#include "support/RecordingProgram.h"
+#include "support/RedirectedRoot.h"
+#include "support/RegistryWorld.h"
 #include "support/TestProduct.h"
 #include <gtest/gtest.h>
 #include <algorithm>
@@ -13,6 +19,7 @@
 #include <map>
 #include <optional>
 #include <sstream>
+#include <shellapi.h>
 #include <vector>
 
 namespace
@@ -69,7 +76,7 @@ class Host : public CWnd
   public:
     int clicks = 0;
     CGUILink* painted = nullptr;
-    CWnd* endedByClick = nullptr;
+    std::function<void()> clicked;
 
   protected:
     afx_msg void OnPaint()
@@ -88,9 +95,10 @@ class Host : public CWnd
     }
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
     {
-        clicks += LOWORD(wParam) == Link && HIWORD(wParam) == BN_CLICKED;
-        if (endedByClick)
-            endedByClick->DestroyWindow();
+        const bool isClick = LOWORD(wParam) == Link && HIWORD(wParam) == BN_CLICKED;
+        clicks += isClick;
+        if (isClick && clicked)
+            clicked();
         return CWnd::OnCommand(wParam, lParam);
     }
     DECLARE_MESSAGE_MAP()
@@ -449,7 +457,7 @@ TYPED_TEST(Links, MayEndByTheirClick)
     World<TypeParam> world;
     world.link.Initialize(Normal, Hover, 0, world.art.Module(), Middle);
     world.host.painted = nullptr;
-    world.host.endedByClick = &world.link;
+    world.host.clicked = [&] { world.link.DestroyWindow(); };
     world.Play("tdu=!");
     EXPECT_EQ(world.link.m_hWnd, nullptr);
 }
@@ -472,9 +480,9 @@ TYPED_TEST(Links, LeaveNoObjectBehind)
             world.link.SendMessage(WM_MOUSELEAVE);
             TypeParam other;
         }
-        return CountGdiObjects();
+        return std::pair(CountGdiObjects(), OpenHandles());
     };
-    const int early = rounds(10);
+    const auto early = rounds(10);
     EXPECT_EQ(rounds(1000), early);
 }
 
@@ -511,5 +519,40 @@ TEST(FollowedLinks, LeadToTheApplicationsHelpOrNowhere)
     CGUIWizardLink().FollowLink(20);
     CWizardLink().FollowLink(20);
     EXPECT_EQ(application.help, "65556 1;131071 1;");
+}
+int refusals = 0;
+HINSTANCE WINAPI RefuseToOpen(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT)
+{
+    ++refusals;
+    return reinterpret_cast<HINSTANCE>(static_cast<INT_PTR>(SE_ERR_NOASSOC));
+}
+
+TEST(FollowedLinks, BringTheirAddressToTheBrowser)
+{
+    const RedirectedRoot classes(HKEY_CLASSES_ROOT);
+    RegistryWorld registry;
+    const RecordingProgram browser(TestFolder() + "links click browser.exe");
+    registry.SetText(HKEY_CLASSES_ROOT, ".htm", "", "webdoc");
+    registry.SetText(HKEY_CLASSES_ROOT, "webdoc\\shell\\open\\command", "", "\"" + browser.Path() + "\" \"%1\"");
+    const TestProduct product({{"IDO_HOMEPAGE_SUBURL", "home"}, {"IDO_HOMEPAGE_URL_OVERRIDE", "http://home/?a=b"}});
+    const IatPatch noShell(LibraryUnderTest(), "ShellExecuteA", &RefuseToOpen);
+    {
+        World<CGUIUrlLink> world;
+        world.link.Initialize(Normal, world.art.Module());
+        world.host.clicked = [&] { world.link.FollowLink("home", 1); };
+        EXPECT_EQ(browser.Recorded([&] { world.Play("tdup=Nr!"); }).commandLine,
+                  "\"" + browser.Path() + "\"  http://home/?a=b");
+        EXPECT_EQ(refusals, 0) << "the shell was asked";
+    }
+    World<CUrlLink> world;
+    world.link.Initialize(Normal, world.art.Module());
+    world.host.clicked = [&]
+    { EXPECT_GT(reinterpret_cast<INT_PTR>(world.link.FollowLink("http://plain/")), INT_PTR{32}); };
+    const ProgramStart start = browser.Recorded([&] { world.Play("tdup=Nr!"); });
+    EXPECT_EQ(start.commandLine, "\"" + browser.Path() + "\"  http://plain/");
+    EXPECT_EQ(start.window.substr(0, 6), "show 5");
+    EXPECT_EQ(refusals, 1);
+    registry.SetText(HKEY_CLASSES_ROOT, ".htm", "", "");
+    EXPECT_EQ(reinterpret_cast<INT_PTR>(CUrlLink::GotoURL("http://plain/", SW_SHOW)), INT_PTR{SE_ERR_NOASSOC});
 }
 } // namespace
