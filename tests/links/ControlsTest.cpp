@@ -148,7 +148,7 @@ class World
     /// Waits, longer on a busy machine, until something is so.
     static bool Wait(const std::function<bool()>& isSo)
     {
-        Pump(60);
+        Pump(30);
         for (int i = 0; i < 20 && !isSo(); ++i)
             Pump(50);
         return isSo();
@@ -160,7 +160,7 @@ class World
     {
         const POINT screen = OnScreen(point);
         SetCursorPos(screen.x, screen.y);
-        Pump(60);
+        Pump(30);
     }
     static void Mouse(DWORD flags)
     {
@@ -168,7 +168,7 @@ class World
         input.type = INPUT_MOUSE;
         input.mi.dwFlags = flags;
         SendInput(1, &input, sizeof input);
-        Pump(60);
+        Pump(30);
     }
     static void Keys(std::vector<WORD> codes)
     {
@@ -185,33 +185,44 @@ class World
             std::reverse(codes.begin(), codes.end());
         }
         SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof inputs[0]);
-        Pump(60);
+        Pump(30);
     }
 
-    /// Which points of the parent's client area have this colour on the screen.
-    std::vector<CPoint> Coloured(COLORREF colour) const
+    /// The parent's client area as it stands on the screen, row by row.
+    static std::vector<COLORREF> Snapshot()
     {
         const HDC screen = GetDC(nullptr);
         Surface copy(HostWidth, 80, 1);
         BitBlt(copy.Context(), 0, 0, HostWidth, 80, screen, 50, 60, SRCCOPY);
         ReleaseDC(nullptr, screen);
-        const auto pixels = copy.Pixels();
+        return copy.Pixels();
+    }
+    /// Which points of the parent's client area have this colour on the screen.
+    std::vector<CPoint> Coloured(COLORREF colour) const
+    {
         std::vector<CPoint> points;
-        for (int y = 0; y < 80; ++y)
-            for (int x = 0; x < HostWidth; ++x)
-                if (pixels[static_cast<size_t>(y * HostWidth + x)] == colour)
-                    points.emplace_back(m_mirrored ? HostWidth - 1 - x : x, y);
+        CPoint point(0, 0);
+        for (const COLORREF pixel : Snapshot())
+        {
+            if (pixel == colour)
+                points.emplace_back(m_mirrored ? HostWidth - 1 - point.x : point.x, point.y);
+            if (++point.x == HostWidth)
+                point = CPoint(0, point.y + 1);
+        }
         return points;
     }
     /// The face's letter and the text's, an underscore for the captured mouse, and new clicks.
     std::string Seen()
     {
+        const auto pixels = Snapshot();
         std::string seen;
-        for (const auto& [id, letter] : {std::pair(Normal, 'N'), {Hover, 'H'}, {Disabled, 'D'}})
-            if (!Coloured(Faces().at(id).At(16, 16)).empty())
-                seen += letter;
-        for (const auto& [colour, letter] : {std::pair(Blue, 'b'), {Red, 'r'}, {Grey, 'g'}})
-            if (!Coloured(colour).empty())
+        for (const auto& [colour, letter] : {std::pair(Faces().at(Normal).At(16, 16), 'N'),
+                                             {Faces().at(Hover).At(16, 16), 'H'},
+                                             {Faces().at(Disabled).At(16, 16), 'D'},
+                                             {Blue, 'b'},
+                                             {Red, 'r'},
+                                             {Grey, 'g'}})
+            if (std::find(pixels.begin(), pixels.end(), colour) != pixels.end())
                 seen += letter;
         return seen + (link.m_hWnd && GetCapture() == link.m_hWnd ? "_" : "") +
                std::string(static_cast<size_t>(host.clicks - m_seenClicks), '!');
