@@ -6,7 +6,6 @@
 #include "afx/Geometry.h"
 #include "afx/CGdiObject.h"
 #include "afx/CDC.h"
-#include "afx/CMenu.h"
 #include "afx/CWnd.h"
 #include "afx/Controls.h"
 #include "afx/Dialogs.h"

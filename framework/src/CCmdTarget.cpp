@@ -26,33 +26,6 @@ BOOL CCmdTarget::OnCmdMsg(UINT id, int code, void*, AFX_CMDHANDLERINFO*)
                                   call);
 }
 
-void CCmdTarget::BeginWaitCursor()
-{
-    SetCursor(LoadCursor(nullptr, IDC_WAIT));
-}
-
-void CCmdTarget::EndWaitCursor()
-{
-    SetCursor(LoadCursor(nullptr, IDC_ARROW));
-}
-
-void CCmdTarget::RestoreWaitCursor()
-{
-    BeginWaitCursor();
-}
-
-CWaitCursor::CWaitCursor() : m_old(SetCursor(LoadCursor(nullptr, IDC_WAIT))) {}
-
-CWaitCursor::~CWaitCursor()
-{
-    SetCursor(m_old);
-}
-
-void CWaitCursor::Restore()
-{
-    SetCursor(LoadCursor(nullptr, IDC_WAIT));
-}
-
 namespace framework
 {
 bool CallHandler(CCmdTarget& target, const AFX_MSGMAP* map, const MessageKey& key, AFX_MSGCALL& call)

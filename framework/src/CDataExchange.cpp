@@ -171,16 +171,6 @@ void DDX_CBIndex(CDataExchange* exchange, int id, int& index)
     ExchangeIndex(exchange, id, index, CB_GETCURSEL, CB_SETCURSEL);
 }
 
-void DDX_CBString(CDataExchange* exchange, int id, CString& value)
-{
-    const HWND control = exchange->PrepareCtrl(id);
-    if (exchange->m_bSaveAndValidate)
-        value = TextOf(control);
-    else if (SendMessageA(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                          reinterpret_cast<LPARAM>(static_cast<LPCSTR>(value))) == CB_ERR)
-        SetTextOf(control, value);
-}
-
 void DDV_MaxChars(CDataExchange* exchange, const CString& value, int maximum)
 {
     if (exchange->m_bSaveAndValidate && value.GetLength() > maximum)
@@ -191,13 +181,4 @@ void DDV_MaxChars(CDataExchange* exchange, const CString& value, int maximum)
     }
     if (!exchange->m_bSaveAndValidate && exchange->m_hWndLastControl && exchange->m_bEditLastControl)
         SendMessageA(exchange->m_hWndLastControl, EM_LIMITTEXT, static_cast<WPARAM>(maximum), 0);
-}
-
-void DDV_MinMaxInt(CDataExchange* exchange, int value, int minimum, int maximum)
-{
-    if (!exchange->m_bSaveAndValidate || (value >= minimum && value <= maximum))
-        return;
-    CString message;
-    message.Format("Please enter a whole number between %d and %d.", minimum, maximum);
-    Refuse(*exchange, message);
 }

@@ -48,11 +48,7 @@ DWORD StyleOf(LPCDLGTEMPLATE dialogTemplate)
 
 CDialog::CDialog() : CDialog(static_cast<LPCSTR>(nullptr)) {}
 
-CDialog::CDialog(LPCSTR templateName, CWnd* parent)
-    : m_nIDHelp(IS_INTRESOURCE(templateName) ? LOWORD(reinterpret_cast<UINT_PTR>(templateName)) : 0),
-      m_lpszTemplateName(templateName), m_pParentWnd(parent), m_template(nullptr), m_module(nullptr)
-{
-}
+CDialog::CDialog(LPCSTR templateName, CWnd* parent) : m_lpszTemplateName(templateName), m_pParentWnd(parent) {}
 
 CDialog::CDialog(UINT templateId, CWnd* parent) : CDialog(MAKEINTRESOURCEA(templateId), parent) {}
 
@@ -66,8 +62,6 @@ BOOL CDialog::Create(UINT templateId, CWnd* parent)
 BOOL CDialog::Create(LPCSTR templateName, CWnd* parent)
 {
     m_lpszTemplateName = templateName;
-    if (!m_nIDHelp && IS_INTRESOURCE(templateName))
-        m_nIDHelp = LOWORD(reinterpret_cast<UINT_PTR>(templateName));
     HINSTANCE module = nullptr;
     const LPCDLGTEMPLATE dialogTemplate = LoadTemplate(templateName, module);
     return CreateIndirect(dialogTemplate, parent, nullptr, module);
@@ -87,19 +81,10 @@ BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent, void*,
     return window != nullptr;
 }
 
-BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent, void*)
-{
-    m_template = dialogTemplate;
-    m_pParentWnd = parent;
-    return TRUE;
-}
-
 INT_PTR CDialog::DoModal()
 {
-    LPCDLGTEMPLATE dialogTemplate = m_template;
-    HINSTANCE module = m_module;
-    if (m_lpszTemplateName)
-        dialogTemplate = LoadTemplate(m_lpszTemplateName, module);
+    HINSTANCE module = nullptr;
+    const LPCDLGTEMPLATE dialogTemplate = m_lpszTemplateName ? LoadTemplate(m_lpszTemplateName, module) : nullptr;
     if (!dialogTemplate)
         return -1;
 
@@ -111,8 +96,7 @@ INT_PTR CDialog::DoModal()
     m_modal = true;
     m_modalResult = -1;
     HookCreation();
-    const HWND window = ::CreateDialogIndirectParamA(module ? module : AfxGetResourceHandle(), dialogTemplate, owner,
-                                                     &CDialog::DialogProcedure, 0);
+    const HWND window = ::CreateDialogIndirectParamA(module, dialogTemplate, owner, &CDialog::DialogProcedure, 0);
     UnhookCreation();
     int result = m_modalResult;
     if (window)
@@ -152,7 +136,6 @@ INT_PTR CALLBACK CDialog::DialogProcedure(HWND window, UINT message, WPARAM, LPA
         return TRUE;
     try
     {
-        dialog->PreInitDialog();
         return dialog->OnInitDialog();
     }
     catch (CException* exception)
@@ -172,37 +155,10 @@ void CDialog::MapDialogRect(LPRECT rect) const
     ::MapDialogRect(m_hWnd, rect);
 }
 
-void CDialog::NextDlgCtrl() const
-{
-    ::SendMessageA(m_hWnd, WM_NEXTDLGCTL, FALSE, FALSE);
-}
-
-void CDialog::PrevDlgCtrl() const
-{
-    ::SendMessageA(m_hWnd, WM_NEXTDLGCTL, TRUE, FALSE);
-}
-
 void CDialog::GotoDlgCtrl(CWnd* control)
 {
     ::SendMessageA(m_hWnd, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control->m_hWnd), TRUE);
 }
-
-UINT CDialog::GetDefID() const
-{
-    return LOWORD(::SendMessageA(m_hWnd, DM_GETDEFID, 0, 0));
-}
-
-void CDialog::SetDefID(UINT id)
-{
-    SendMessage(DM_SETDEFID, id);
-}
-
-void CDialog::SetHelpID(UINT id)
-{
-    m_nIDHelp = id;
-}
-
-void CDialog::PreInitDialog() {}
 
 BOOL CDialog::OnInitDialog()
 {

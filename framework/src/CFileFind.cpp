@@ -61,20 +61,9 @@ CString CFileFind::GetFileTitle() const
     return dot < 0 || IsDots() ? name : name.Left(dot);
 }
 
-CString CFileFind::GetRoot() const
-{
-    return m_root;
-}
-
 ULONGLONG CFileFind::GetLength() const
 {
     return (static_cast<ULONGLONG>(m_found.nFileSizeHigh) << 32) | m_found.nFileSizeLow;
-}
-
-BOOL CFileFind::GetCreationTime(FILETIME* time) const
-{
-    *time = m_found.ftCreationTime;
-    return m_found.cFileName[0] != '\0';
 }
 
 BOOL CFileFind::GetLastWriteTime(FILETIME* time) const
@@ -83,27 +72,9 @@ BOOL CFileFind::GetLastWriteTime(FILETIME* time) const
     return m_found.cFileName[0] != '\0';
 }
 
-BOOL CFileFind::GetLastAccessTime(FILETIME* time) const
-{
-    *time = m_found.ftLastAccessTime;
-    return m_found.cFileName[0] != '\0';
-}
-
-BOOL CFileFind::GetCreationTime(CTime& time) const
-{
-    time = CTime(m_found.ftCreationTime);
-    return m_found.cFileName[0] != '\0';
-}
-
 BOOL CFileFind::GetLastWriteTime(CTime& time) const
 {
     time = CTime(m_found.ftLastWriteTime);
-    return m_found.cFileName[0] != '\0';
-}
-
-BOOL CFileFind::GetLastAccessTime(CTime& time) const
-{
-    time = CTime(m_found.ftLastAccessTime);
     return m_found.cFileName[0] != '\0';
 }
 
@@ -118,42 +89,7 @@ BOOL CFileFind::IsDots() const
     return IsDirectory() && (name == "." || name == "..");
 }
 
-BOOL CFileFind::IsReadOnly() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_READONLY);
-}
-
 BOOL CFileFind::IsDirectory() const
 {
     return MatchesMask(FILE_ATTRIBUTE_DIRECTORY);
-}
-
-BOOL CFileFind::IsCompressed() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_COMPRESSED);
-}
-
-BOOL CFileFind::IsSystem() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_SYSTEM);
-}
-
-BOOL CFileFind::IsHidden() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_HIDDEN);
-}
-
-BOOL CFileFind::IsTemporary() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_TEMPORARY);
-}
-
-BOOL CFileFind::IsNormal() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_NORMAL);
-}
-
-BOOL CFileFind::IsArchived() const
-{
-    return MatchesMask(FILE_ATTRIBUTE_ARCHIVE);
 }

@@ -29,11 +29,6 @@ T HandleOf(const CGdiObject* object)
     return object ? As<T>(*object) : nullptr;
 }
 
-HDC AttribOf(const CDC* dc)
-{
-    return dc ? dc->m_hAttribDC : nullptr;
-}
-
 // The height in logical units of a size in tenths of a point.
 LONG LogicalHeight(LONG tenthsOfPoint, CDC* dc)
 {
@@ -117,11 +112,6 @@ BOOL CGdiObject::CreateStockObject(int index)
     return Attach(::GetStockObject(index));
 }
 
-BOOL CGdiObject::UnrealizeObject()
-{
-    return ::UnrealizeObject(m_hObject);
-}
-
 BOOL CGdiObject::operator==(const CGdiObject& object) const
 {
     return m_hObject == object.m_hObject;
@@ -156,34 +146,12 @@ BOOL CPen::CreatePen(int style, int width, COLORREF colour)
     return Attach(::CreatePen(style, width, colour));
 }
 
-BOOL CPen::CreatePenIndirect(LPLOGPEN pen)
-{
-    return Attach(::CreatePenIndirect(pen));
-}
-
-int CPen::GetLogPen(LOGPEN* pen)
-{
-    return GetObject(sizeof *pen, pen);
-}
-
 CBrush::CBrush() = default;
 CBrush::~CBrush() = default;
 
 CBrush::CBrush(COLORREF colour)
 {
     if (!CreateSolidBrush(colour))
-        AfxThrowResourceException();
-}
-
-CBrush::CBrush(int hatch, COLORREF colour)
-{
-    if (!CreateHatchBrush(hatch, colour))
-        AfxThrowResourceException();
-}
-
-CBrush::CBrush(CBitmap* bitmap)
-{
-    if (!CreatePatternBrush(bitmap))
         AfxThrowResourceException();
 }
 
@@ -200,26 +168,6 @@ CBrush* CBrush::FromHandle(HBRUSH brush)
 BOOL CBrush::CreateSolidBrush(COLORREF colour)
 {
     return Attach(::CreateSolidBrush(colour));
-}
-
-BOOL CBrush::CreateHatchBrush(int hatch, COLORREF colour)
-{
-    return Attach(::CreateHatchBrush(hatch, colour));
-}
-
-BOOL CBrush::CreateBrushIndirect(const LOGBRUSH* brush)
-{
-    return Attach(::CreateBrushIndirect(brush));
-}
-
-BOOL CBrush::CreatePatternBrush(CBitmap* bitmap)
-{
-    return Attach(::CreatePatternBrush(HandleOf<HBITMAP>(bitmap)));
-}
-
-BOOL CBrush::CreateSysColorBrush(int index)
-{
-    return Attach(::GetSysColorBrush(index));
 }
 
 int CBrush::GetLogBrush(LOGBRUSH* brush)
@@ -243,14 +191,6 @@ CFont* CFont::FromHandle(HFONT font)
 BOOL CFont::CreateFontIndirect(const LOGFONTA* font)
 {
     return Attach(::CreateFontIndirectA(font));
-}
-
-BOOL CFont::CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic, BYTE underline,
-                       BYTE strikeOut, BYTE charSet, BYTE outPrecision, BYTE clipPrecision, BYTE quality,
-                       BYTE pitchAndFamily, LPCSTR faceName)
-{
-    return Attach(::CreateFontA(height, width, escapement, orientation, weight, italic, underline, strikeOut, charSet,
-                                outPrecision, clipPrecision, quality, pitchAndFamily, faceName));
 }
 
 BOOL CFont::CreatePointFont(int pointSize, LPCSTR faceName, CDC* dc)
@@ -297,25 +237,9 @@ BOOL CBitmap::LoadBitmap(UINT id)
     return LoadBitmap(MAKEINTRESOURCEA(id));
 }
 
-BOOL CBitmap::LoadOEMBitmap(UINT id)
-{
-    return Attach(::LoadBitmapA(nullptr, MAKEINTRESOURCEA(id)));
-}
-
-BOOL CBitmap::LoadMappedBitmap(UINT id, UINT flags, LPCOLORMAP map, int mapSize)
-{
-    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCEA(id), RT_BITMAP);
-    return Attach(::CreateMappedBitmap(module, static_cast<INT_PTR>(id), flags, map, mapSize));
-}
-
 BOOL CBitmap::CreateBitmap(int width, int height, UINT planes, UINT bitCount, const void* bits)
 {
     return Attach(::CreateBitmap(width, height, planes, bitCount, bits));
-}
-
-BOOL CBitmap::CreateBitmapIndirect(LPBITMAP bitmap)
-{
-    return Attach(::CreateBitmapIndirect(bitmap));
 }
 
 BOOL CBitmap::CreateCompatibleBitmap(CDC* dc, int width, int height)
@@ -323,38 +247,14 @@ BOOL CBitmap::CreateCompatibleBitmap(CDC* dc, int width, int height)
     return Attach(::CreateCompatibleBitmap(dc->m_hDC, width, height));
 }
 
-BOOL CBitmap::CreateDiscardableBitmap(CDC* dc, int width, int height)
-{
-    return Attach(::CreateDiscardableBitmap(dc->m_hDC, width, height));
-}
-
 int CBitmap::GetBitmap(BITMAP* bitmap)
 {
     return GetObject(sizeof *bitmap, bitmap);
 }
 
-DWORD CBitmap::SetBitmapBits(DWORD count, const void* bits)
-{
-    return static_cast<DWORD>(::SetBitmapBits(As<HBITMAP>(*this), count, bits));
-}
-
 DWORD CBitmap::GetBitmapBits(DWORD count, LPVOID bits) const
 {
     return static_cast<DWORD>(::GetBitmapBits(As<HBITMAP>(*this), static_cast<LONG>(count), bits));
-}
-
-CSize CBitmap::SetBitmapDimension(int width, int height)
-{
-    CSize old;
-    ::SetBitmapDimensionEx(As<HBITMAP>(*this), width, height, &old);
-    return old;
-}
-
-CSize CBitmap::GetBitmapDimension() const
-{
-    CSize size;
-    ::GetBitmapDimensionEx(As<HBITMAP>(*this), &size);
-    return size;
 }
 
 CPalette::CPalette() = default;
@@ -373,43 +273,6 @@ CPalette* CPalette::FromHandle(HPALETTE palette)
 BOOL CPalette::CreatePalette(LPLOGPALETTE palette)
 {
     return Attach(::CreatePalette(palette));
-}
-
-BOOL CPalette::CreateHalftonePalette(CDC* dc)
-{
-    return Attach(::CreateHalftonePalette(AttribOf(dc)));
-}
-
-int CPalette::GetEntryCount()
-{
-    WORD count = 0;
-    GetObject(sizeof count, &count);
-    return count;
-}
-
-UINT CPalette::GetPaletteEntries(UINT start, UINT count, LPPALETTEENTRY entries) const
-{
-    return ::GetPaletteEntries(As<HPALETTE>(*this), start, count, entries);
-}
-
-UINT CPalette::SetPaletteEntries(UINT start, UINT count, LPPALETTEENTRY entries)
-{
-    return ::SetPaletteEntries(As<HPALETTE>(*this), start, count, entries);
-}
-
-void CPalette::AnimatePalette(UINT start, UINT count, LPPALETTEENTRY entries)
-{
-    ::AnimatePalette(As<HPALETTE>(*this), start, count, entries);
-}
-
-UINT CPalette::GetNearestPaletteIndex(COLORREF colour) const
-{
-    return ::GetNearestPaletteIndex(As<HPALETTE>(*this), colour);
-}
-
-BOOL CPalette::ResizePalette(UINT count)
-{
-    return ::ResizePalette(As<HPALETTE>(*this), count);
 }
 
 CRgn::CRgn() = default;
@@ -440,36 +303,6 @@ BOOL CRgn::CreateEllipticRgn(int left, int top, int right, int bottom)
     return Attach(::CreateEllipticRgn(left, top, right, bottom));
 }
 
-BOOL CRgn::CreateEllipticRgnIndirect(LPCRECT rect)
-{
-    return Attach(::CreateEllipticRgnIndirect(rect));
-}
-
-BOOL CRgn::CreatePolygonRgn(LPPOINT points, int count, int mode)
-{
-    return Attach(::CreatePolygonRgn(points, count, mode));
-}
-
-BOOL CRgn::CreateRoundRectRgn(int left, int top, int right, int bottom, int width, int height)
-{
-    return Attach(::CreateRoundRectRgn(left, top, right, bottom, width, height));
-}
-
-BOOL CRgn::CreateFromData(const XFORM* transform, int count, const RGNDATA* data)
-{
-    return Attach(::ExtCreateRegion(transform, static_cast<DWORD>(count), data));
-}
-
-void CRgn::SetRectRgn(int left, int top, int right, int bottom)
-{
-    ::SetRectRgn(As<HRGN>(*this), left, top, right, bottom);
-}
-
-void CRgn::SetRectRgn(LPCRECT rect)
-{
-    SetRectRgn(rect->left, rect->top, rect->right, rect->bottom);
-}
-
 int CRgn::CombineRgn(const CRgn* first, const CRgn* second, int mode)
 {
     return ::CombineRgn(As<HRGN>(*this), HandleOf<HRGN>(first), HandleOf<HRGN>(second), mode);
@@ -485,16 +318,6 @@ BOOL CRgn::EqualRgn(const CRgn* region) const
     return ::EqualRgn(As<HRGN>(*this), HandleOf<HRGN>(region)) == TRUE;
 }
 
-int CRgn::OffsetRgn(int horizontal, int vertical)
-{
-    return ::OffsetRgn(As<HRGN>(*this), horizontal, vertical);
-}
-
-int CRgn::OffsetRgn(POINT point)
-{
-    return OffsetRgn(point.x, point.y);
-}
-
 int CRgn::GetRgnBox(LPRECT rect) const
 {
     return ::GetRgnBox(As<HRGN>(*this), rect);
@@ -508,11 +331,6 @@ BOOL CRgn::PtInRegion(int horizontal, int vertical) const
 BOOL CRgn::PtInRegion(POINT point) const
 {
     return PtInRegion(point.x, point.y);
-}
-
-BOOL CRgn::RectInRegion(LPCRECT rect) const
-{
-    return ::RectInRegion(As<HRGN>(*this), rect);
 }
 
 int CRgn::GetRegionData(LPRGNDATA data, int size) const

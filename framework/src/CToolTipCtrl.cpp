@@ -77,13 +77,6 @@ void CToolTipCtrl::UpdateTipText(UINT textId, CWnd* window, UINT_PTR id)
     UpdateTipText(text, window, id);
 }
 
-void CToolTipCtrl::SetToolRect(CWnd* window, UINT_PTR id, LPCRECT rect)
-{
-    TOOLINFOA tool = ToolOf(window, id);
-    tool.rect = *rect;
-    Tell(*this, TTM_NEWTOOLRECTA, tool);
-}
-
 int CToolTipCtrl::GetToolCount() const
 {
     return static_cast<int>(::SendMessageA(m_hWnd, TTM_GETTOOLCOUNT, 0, 0));
@@ -107,39 +100,4 @@ void CToolTipCtrl::Activate(BOOL activate)
 void CToolTipCtrl::RelayEvent(LPMSG message)
 {
     SendMessage(TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(message));
-}
-
-void CToolTipCtrl::Pop()
-{
-    SendMessage(TTM_POP);
-}
-
-void CToolTipCtrl::Update()
-{
-    SendMessage(TTM_UPDATE);
-}
-
-void CToolTipCtrl::SetDelayTime(UINT milliseconds)
-{
-    SetDelayTime(TTDT_AUTOMATIC, static_cast<int>(milliseconds));
-}
-
-void CToolTipCtrl::SetDelayTime(DWORD duration, int milliseconds)
-{
-    SendMessage(TTM_SETDELAYTIME, duration, MAKELPARAM(milliseconds, 0));
-}
-
-int CToolTipCtrl::SetMaxTipWidth(int width)
-{
-    return static_cast<int>(SendMessage(TTM_SETMAXTIPWIDTH, 0, width));
-}
-
-void CToolTipCtrl::SetTipBkColor(COLORREF colour)
-{
-    SendMessage(TTM_SETTIPBKCOLOR, colour);
-}
-
-void CToolTipCtrl::SetTipTextColor(COLORREF colour)
-{
-    SendMessage(TTM_SETTIPTEXTCOLOR, colour);
 }

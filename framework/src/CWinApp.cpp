@@ -210,36 +210,6 @@ CWinApp::~CWinApp()
         Application = nullptr;
 }
 
-HCURSOR CWinApp::LoadCursor(LPCSTR name) const
-{
-    return ::LoadCursorA(AfxFindResourceHandle(name, RT_GROUP_CURSOR), name);
-}
-
-HCURSOR CWinApp::LoadCursor(UINT id) const
-{
-    return LoadCursor(MAKEINTRESOURCEA(id));
-}
-
-HCURSOR CWinApp::LoadStandardCursor(LPCSTR name) const
-{
-    return ::LoadCursorA(nullptr, name);
-}
-
-HICON CWinApp::LoadIcon(LPCSTR name) const
-{
-    return ::LoadIconA(AfxFindResourceHandle(name, RT_GROUP_ICON), name);
-}
-
-HICON CWinApp::LoadIcon(UINT id) const
-{
-    return LoadIcon(MAKEINTRESOURCEA(id));
-}
-
-HICON CWinApp::LoadStandardIcon(LPCSTR name) const
-{
-    return ::LoadIconA(nullptr, name);
-}
-
 int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT)
 {
     // A message without an icon gets the one that fits its buttons.
@@ -259,20 +229,9 @@ void CWinApp::WinHelp(DWORD_PTR data, UINT command)
         ::WinHelpA(m_pMainWnd->m_hWnd, m_pszHelpFilePath, command, data);
 }
 
-void CWinApp::DoWaitCursor(int code)
-{
-    ::SetCursor(::LoadCursorA(nullptr, code < 0 ? IDC_ARROW : IDC_WAIT));
-}
-
 void CWinApp::OnHelp()
 {
     WinHelp(0, HELP_CONTENTS);
-}
-
-void CWinApp::OnAppExit()
-{
-    if (m_pMainWnd)
-        m_pMainWnd->SendMessage(WM_CLOSE);
 }
 
 CWinApp* AfxGetApp()
@@ -314,15 +273,4 @@ BOOL AfxWinInit(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int show)
         Application->m_nCmdShow = show;
     }
     return TRUE;
-}
-
-int AfxWinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show)
-{
-    if (!AfxWinInit(instance, previous, commandLine, show) || !Application)
-        return -1;
-    if (Application->InitInstance())
-        return Application->Run();
-    if (Application->m_pMainWnd)
-        Application->m_pMainWnd->DestroyWindow();
-    return Application->ExitInstance();
 }

@@ -2,7 +2,6 @@
 #include "afx/CWnd.h"
 #include "afx/CException.h"
 #include "afx/CWinApp.h"
-#include "afx/Controls.h"
 #include "afx/Resources.h"
 #include "MessageSearch.h"
 #include "ThreadState.h"
@@ -466,11 +465,3 @@ LPCSTR AfxRegisterWndClass(UINT classStyle, HCURSOR cursor, HBRUSH background, H
         AfxThrowResourceException();
     return kept;
 }
-
-namespace framework
-{
-CScrollBar* ScrollBarOf(LPARAM control)
-{
-    return State().windows.Find<CScrollBar>(reinterpret_cast<HWND>(control));
-}
-} // namespace framework

@@ -1,7 +1,6 @@
 // The message handlers of CWnd itself: mostly what the window did before it had an object.
 #include "afx/CWnd.h"
 #include "afx/CWinApp.h"
-#include "afx/Controls.h"
 #include "ThreadState.h"
 
 // What controls ask of their parent goes back to the control where that has an object.
@@ -9,11 +8,7 @@ BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
     ON_WM_NCDESTROY()
     ON_WM_DRAWITEM()
     ON_WM_MEASUREITEM()
-    ON_WM_COMPAREITEM()
-    ON_WM_DELETEITEM()
     ON_WM_CTLCOLOR()
-    ON_WM_HSCROLL()
-    ON_WM_VSCROLL()
 END_MESSAGE_MAP()
 
 void CWnd::OnNcDestroy()
@@ -44,36 +39,12 @@ void CWnd::OnMeasureItem(int id, LPMEASUREITEMSTRUCT item)
         Default();
 }
 
-int CWnd::OnCompareItem(int, LPCOMPAREITEMSTRUCT item)
-{
-    LRESULT result = 0;
-    return static_cast<int>(ReflectLastMsg(item->hwndItem, &result) ? result : Default());
-}
-
-void CWnd::OnDeleteItem(int, LPDELETEITEMSTRUCT item)
-{
-    if (!ReflectLastMsg(item->hwndItem))
-        Default();
-}
-
 HBRUSH CWnd::OnCtlColor(CDC*, CWnd* control, UINT)
 {
     LRESULT result = 0;
     if (!control || !ReflectLastMsg(control->m_hWnd, &result))
         result = Default();
     return reinterpret_cast<HBRUSH>(result);
-}
-
-void CWnd::OnHScroll(UINT, UINT, CScrollBar* scrollBar)
-{
-    if (!scrollBar || !ReflectLastMsg(scrollBar->m_hWnd))
-        Default();
-}
-
-void CWnd::OnVScroll(UINT, UINT, CScrollBar* scrollBar)
-{
-    if (!scrollBar || !ReflectLastMsg(scrollBar->m_hWnd))
-        Default();
 }
 
 #define DEFAULT_HANDLER(result, name, ...)                                                                             \
@@ -83,7 +54,6 @@ void CWnd::OnVScroll(UINT, UINT, CScrollBar* scrollBar)
     }
 
 DEFAULT_HANDLER(int, OnCreate, LPCREATESTRUCT)
-DEFAULT_HANDLER(BOOL, OnNcCreate, LPCREATESTRUCT)
 DEFAULT_HANDLER(void, OnDestroy)
 DEFAULT_HANDLER(void, OnClose)
 DEFAULT_HANDLER(void, OnPaint)
@@ -92,15 +62,12 @@ DEFAULT_HANDLER(BOOL, OnEraseBkgnd, CDC*)
 DEFAULT_HANDLER(void, OnMouseMove, UINT, CPoint)
 DEFAULT_HANDLER(void, OnMouseHover, UINT, CPoint)
 DEFAULT_HANDLER(void, OnMouseLeave)
-DEFAULT_HANDLER(BOOL, OnMouseWheel, UINT, short, CPoint)
 DEFAULT_HANDLER(void, OnLButtonDown, UINT, CPoint)
 DEFAULT_HANDLER(void, OnLButtonUp, UINT, CPoint)
 DEFAULT_HANDLER(void, OnLButtonDblClk, UINT, CPoint)
 DEFAULT_HANDLER(void, OnRButtonDown, UINT, CPoint)
 DEFAULT_HANDLER(void, OnRButtonUp, UINT, CPoint)
 DEFAULT_HANDLER(void, OnRButtonDblClk, UINT, CPoint)
-DEFAULT_HANDLER(void, OnNcLButtonDown, UINT, CPoint)
-DEFAULT_HANDLER(void, OnNcMouseMove, UINT, CPoint)
 DEFAULT_HANDLER(int, OnMouseActivate, CWnd*, UINT, UINT)
 DEFAULT_HANDLER(void, OnCaptureChanged, CWnd*)
 DEFAULT_HANDLER(BOOL, OnSetCursor, CWnd*, UINT, UINT)
@@ -110,30 +77,20 @@ DEFAULT_HANDLER(void, OnKillFocus, CWnd*)
 DEFAULT_HANDLER(void, OnKeyDown, UINT, UINT, UINT)
 DEFAULT_HANDLER(void, OnKeyUp, UINT, UINT, UINT)
 DEFAULT_HANDLER(void, OnChar, UINT, UINT, UINT)
-DEFAULT_HANDLER(void, OnSysKeyDown, UINT, UINT, UINT)
-DEFAULT_HANDLER(void, OnSysKeyUp, UINT, UINT, UINT)
 DEFAULT_HANDLER(UINT, OnGetDlgCode)
 DEFAULT_HANDLER(void, OnTimer, UINT_PTR)
 DEFAULT_HANDLER(void, OnSize, UINT, int, int)
 DEFAULT_HANDLER(void, OnMove, int, int)
-DEFAULT_HANDLER(void, OnWindowPosChanging, WINDOWPOS*)
 DEFAULT_HANDLER(void, OnWindowPosChanged, WINDOWPOS*)
-DEFAULT_HANDLER(void, OnGetMinMaxInfo, MINMAXINFO*)
 DEFAULT_HANDLER(void, OnNcCalcSize, BOOL, NCCALCSIZE_PARAMS*)
-DEFAULT_HANDLER(BOOL, OnNcActivate, BOOL)
 DEFAULT_HANDLER(void, OnEnable, BOOL)
 DEFAULT_HANDLER(void, OnShowWindow, BOOL, UINT)
 DEFAULT_HANDLER(void, OnActivate, UINT, CWnd*, BOOL)
 DEFAULT_HANDLER(void, OnActivateApp, BOOL, DWORD)
 DEFAULT_HANDLER(void, OnCancelMode)
 DEFAULT_HANDLER(void, OnSysColorChange)
-DEFAULT_HANDLER(void, OnSettingChange, UINT, LPCSTR)
 DEFAULT_HANDLER(void, OnPaletteChanged, CWnd*)
 DEFAULT_HANDLER(BOOL, OnQueryNewPalette)
-DEFAULT_HANDLER(void, OnParentNotify, UINT, LPARAM)
-DEFAULT_HANDLER(void, OnSysCommand, UINT, LPARAM)
 DEFAULT_HANDLER(void, OnContextMenu, CWnd*, CPoint)
 DEFAULT_HANDLER(BOOL, OnHelpInfo, HELPINFO*)
-DEFAULT_HANDLER(BOOL, OnCopyData, CWnd*, COPYDATASTRUCT*)
-DEFAULT_HANDLER(BOOL, OnQueryEndSession)
 #undef DEFAULT_HANDLER

@@ -40,11 +40,6 @@ BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT flags)
     return ModifyBits(m_hWnd, GWL_STYLE, remove, add, flags);
 }
 
-BOOL CWnd::ModifyStyleEx(DWORD remove, DWORD add, UINT flags)
-{
-    return ModifyBits(m_hWnd, GWL_EXSTYLE, remove, add, flags);
-}
-
 void CWnd::SetWindowText(LPCSTR text)
 {
     ::SetWindowTextA(m_hWnd, text);
@@ -77,17 +72,6 @@ CFont* CWnd::GetFont() const
     return CFont::FromHandle(reinterpret_cast<HFONT>(::SendMessageA(m_hWnd, WM_GETFONT, 0, 0)));
 }
 
-HICON CWnd::SetIcon(HICON icon, BOOL bigIcon)
-{
-    return reinterpret_cast<HICON>(
-        ::SendMessageA(m_hWnd, WM_SETICON, static_cast<WPARAM>(bigIcon), reinterpret_cast<LPARAM>(icon)));
-}
-
-HICON CWnd::GetIcon(BOOL bigIcon) const
-{
-    return reinterpret_cast<HICON>(::SendMessageA(m_hWnd, WM_GETICON, static_cast<WPARAM>(bigIcon), 0));
-}
-
 BOOL CWnd::EnableWindow(BOOL enable)
 {
     return ::EnableWindow(m_hWnd, enable);
@@ -108,39 +92,9 @@ BOOL CWnd::IsWindowVisible() const
     return ::IsWindowVisible(m_hWnd);
 }
 
-BOOL CWnd::IsIconic() const
-{
-    return ::IsIconic(m_hWnd);
-}
-
-BOOL CWnd::IsZoomed() const
-{
-    return ::IsZoomed(m_hWnd);
-}
-
-CMenu* CWnd::GetMenu() const
-{
-    return CMenu::FromHandle(::GetMenu(m_hWnd));
-}
-
-BOOL CWnd::SetMenu(CMenu* menu)
-{
-    return ::SetMenu(m_hWnd, menu ? menu->m_hMenu : nullptr);
-}
-
-CMenu* CWnd::GetSystemMenu(BOOL revert) const
-{
-    return CMenu::FromHandle(::GetSystemMenu(m_hWnd, revert));
-}
-
 int CWnd::GetDlgCtrlID() const
 {
     return ::GetDlgCtrlID(m_hWnd);
-}
-
-int CWnd::SetDlgCtrlID(int id)
-{
-    return static_cast<int>(::SetWindowLongPtrA(m_hWnd, GWLP_ID, id));
 }
 
 void CWnd::MoveWindow(int x, int y, int width, int height, BOOL repaint)
@@ -156,11 +110,6 @@ void CWnd::MoveWindow(LPCRECT rect, BOOL repaint)
 BOOL CWnd::SetWindowPos(const CWnd* insertAfter, int x, int y, int width, int height, UINT flags)
 {
     return ::SetWindowPos(m_hWnd, HandleOf(insertAfter), x, y, width, height, flags);
-}
-
-void CWnd::BringWindowToTop()
-{
-    ::BringWindowToTop(m_hWnd);
 }
 
 void CWnd::CenterWindow(CWnd* alternateOwner)
@@ -209,12 +158,6 @@ void CWnd::GetClientRect(LPRECT rect) const
     ::GetClientRect(m_hWnd, rect);
 }
 
-BOOL CWnd::GetWindowPlacement(WINDOWPLACEMENT* placement) const
-{
-    placement->length = sizeof *placement;
-    return ::GetWindowPlacement(m_hWnd, placement);
-}
-
 int CWnd::SetWindowRgn(HRGN region, BOOL redraw)
 {
     return ::SetWindowRgn(m_hWnd, region, redraw);
@@ -250,24 +193,9 @@ void CWnd::MapWindowPoints(CWnd* to, LPRECT rect) const
     MapWindowPoints(to, reinterpret_cast<LPPOINT>(rect), 2);
 }
 
-CDC* CWnd::BeginPaint(LPPAINTSTRUCT paint)
-{
-    return CDC::FromHandle(::BeginPaint(m_hWnd, paint));
-}
-
-void CWnd::EndPaint(LPPAINTSTRUCT paint)
-{
-    ::EndPaint(m_hWnd, paint);
-}
-
 CDC* CWnd::GetDC()
 {
     return CDC::FromHandle(::GetDC(m_hWnd));
-}
-
-CDC* CWnd::GetWindowDC()
-{
-    return CDC::FromHandle(::GetWindowDC(m_hWnd));
 }
 
 int CWnd::ReleaseDC(CDC* dc)
@@ -278,11 +206,6 @@ int CWnd::ReleaseDC(CDC* dc)
 void CWnd::UpdateWindow()
 {
     ::UpdateWindow(m_hWnd);
-}
-
-void CWnd::SetRedraw(BOOL redraw)
-{
-    ::SendMessageA(m_hWnd, WM_SETREDRAW, static_cast<WPARAM>(redraw), 0);
 }
 
 BOOL CWnd::GetUpdateRect(LPRECT rect, BOOL erase)
@@ -298,11 +221,6 @@ void CWnd::Invalidate(BOOL erase)
 void CWnd::InvalidateRect(LPCRECT rect, BOOL erase)
 {
     ::InvalidateRect(m_hWnd, rect, erase);
-}
-
-void CWnd::InvalidateRgn(CRgn* region, BOOL erase)
-{
-    ::InvalidateRgn(m_hWnd, region ? *region : static_cast<HRGN>(nullptr), erase);
 }
 
 void CWnd::ValidateRect(LPCRECT rect)
@@ -350,24 +268,9 @@ CWnd* CWnd::GetActiveWindow()
     return FromHandle(::GetActiveWindow());
 }
 
-CWnd* CWnd::SetActiveWindow()
-{
-    return FromHandle(::SetActiveWindow(m_hWnd));
-}
-
-CWnd* CWnd::GetForegroundWindow()
-{
-    return FromHandle(::GetForegroundWindow());
-}
-
 BOOL CWnd::SetForegroundWindow()
 {
     return ::SetForegroundWindow(m_hWnd);
-}
-
-CWnd* CWnd::GetDesktopWindow()
-{
-    return FromHandle(::GetDesktopWindow());
 }
 
 CWnd* CWnd::GetParent() const
@@ -375,67 +278,14 @@ CWnd* CWnd::GetParent() const
     return FromHandle(::GetParent(m_hWnd));
 }
 
-CWnd* CWnd::SetParent(CWnd* newParent)
-{
-    return FromHandle(::SetParent(m_hWnd, HandleOf(newParent)));
-}
-
 CWnd* CWnd::GetOwner() const
 {
     return FromHandle(::GetParent(m_hWnd)); // the owner of a top-level window, the parent of a child
 }
 
-CWnd* CWnd::GetTopLevelParent() const
-{
-    HWND top = m_hWnd;
-    for (HWND next = top; next; next = ::GetParent(next))
-        top = next;
-    return FromHandle(top);
-}
-
-CWnd* CWnd::GetLastActivePopup() const
-{
-    return FromHandle(::GetLastActivePopup(m_hWnd));
-}
-
-CWnd* CWnd::GetTopWindow() const
-{
-    return FromHandle(::GetTopWindow(m_hWnd));
-}
-
 CWnd* CWnd::GetWindow(UINT relation) const
 {
     return FromHandle(::GetWindow(m_hWnd, relation));
-}
-
-CWnd* CWnd::GetNextWindow(UINT flag) const
-{
-    return GetWindow(flag);
-}
-
-CWnd* CWnd::GetNextDlgTabItem(CWnd* control, BOOL previous) const
-{
-    return FromHandle(::GetNextDlgTabItem(m_hWnd, HandleOf(control), previous));
-}
-
-BOOL CWnd::IsChild(const CWnd* window) const
-{
-    return ::IsChild(m_hWnd, HandleOf(window));
-}
-
-CWnd* CWnd::FindWindow(LPCSTR className, LPCSTR windowName)
-{
-    return FromHandle(::FindWindowA(className, windowName));
-}
-
-CWnd* CWnd::WindowFromPoint(POINT point)
-{
-    return FromHandle(::WindowFromPoint(point));
-}
-
-CWnd* CWnd::ChildWindowFromPoint(POINT point) const
-{
-    return FromHandle(::ChildWindowFromPoint(m_hWnd, point));
 }
 
 CWnd* CWnd::GetDlgItem(int id) const

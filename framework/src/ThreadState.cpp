@@ -33,7 +33,6 @@ void DeleteTemporaryObjects()
         return;
     state.gdiObjects.DeleteTemporary();
     state.contexts.DeleteTemporary();
-    state.menus.DeleteTemporary();
     state.windows.DeleteTemporary();
 }
 } // namespace framework

@@ -12,7 +12,6 @@ struct ThreadState
 {
     HandleMap<HGDIOBJ, CGdiObject, &CGdiObject::m_hObject> gdiObjects;
     HandleMap<HDC, CDC, &CDC::m_hDC> contexts;
-    HandleMap<HMENU, CMenu, &CMenu::m_hMenu> menus;
     HandleMap<HWND, CWnd, &CWnd::m_hWnd> windows;
     // The procedure that a window had before its messages came here; kept until the window is gone or gets it back,
     // also while no object is attached.

@@ -16,25 +16,8 @@ class FRAMEWORK_API CCmdTarget : public CObject
 
     /// Hands a command (`code` 0) or a control's notification to its handler; FALSE without one.
     virtual BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* handlerInfo);
-    void BeginWaitCursor();
-    void EndWaitCursor();
-    void RestoreWaitCursor();
 
   protected:
     static const AFX_MSGMAP* GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
-};
-
-/// The hourglass, from construction to destruction.
-class FRAMEWORK_API CWaitCursor
-{
-  public:
-    CWaitCursor();
-    ~CWaitCursor();
-    CWaitCursor(const CWaitCursor&) = delete;
-    CWaitCursor& operator=(const CWaitCursor&) = delete;
-    void Restore();
-
-  private:
-    HCURSOR m_old;
 };

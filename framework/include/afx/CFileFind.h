@@ -20,24 +20,12 @@ class FRAMEWORK_API CFileFind : public CObject
     virtual CString GetFileName() const;
     virtual CString GetFilePath() const;
     virtual CString GetFileTitle() const; ///< the name without its ending
-    virtual CString GetRoot() const;      ///< the folder searched
     ULONGLONG GetLength() const;
-    virtual BOOL GetCreationTime(CTime& time) const;
     virtual BOOL GetLastWriteTime(CTime& time) const;
-    virtual BOOL GetLastAccessTime(CTime& time) const;
-    BOOL GetCreationTime(FILETIME* time) const;
     BOOL GetLastWriteTime(FILETIME* time) const;
-    BOOL GetLastAccessTime(FILETIME* time) const;
     virtual BOOL MatchesMask(DWORD mask) const; ///< FILE_ATTRIBUTE_…
     virtual BOOL IsDots() const;                ///< "." or ".."
-    BOOL IsReadOnly() const;
     BOOL IsDirectory() const;
-    BOOL IsCompressed() const;
-    BOOL IsSystem() const;
-    BOOL IsHidden() const;
-    BOOL IsTemporary() const;
-    BOOL IsNormal() const;
-    BOOL IsArchived() const;
 
   private:
     HANDLE m_search;

@@ -32,7 +32,6 @@ class FRAMEWORK_API CGdiObject : public CObject
     int GetObject(int count, LPVOID object) const;
     UINT GetObjectType() const;
     BOOL CreateStockObject(int index);
-    BOOL UnrealizeObject();
     BOOL operator==(const CGdiObject& object) const;
     BOOL operator!=(const CGdiObject& object) const;
 };
@@ -48,8 +47,6 @@ class FRAMEWORK_API CPen : public CGdiObject
     operator HPEN() const;
     static CPen* FromHandle(HPEN pen);
     BOOL CreatePen(int style, int width, COLORREF colour);
-    BOOL CreatePenIndirect(LPLOGPEN pen);
-    int GetLogPen(LOGPEN* pen);
 };
 
 class FRAMEWORK_API CBrush : public CGdiObject
@@ -57,18 +54,12 @@ class FRAMEWORK_API CBrush : public CGdiObject
     DECLARE_DYNAMIC(CBrush)
   public:
     CBrush();
-    /// These throw a CResourceException when there is no brush.
+    /// Throws a CResourceException when there is no brush.
     explicit CBrush(COLORREF colour);
-    CBrush(int hatch, COLORREF colour);
-    explicit CBrush(class CBitmap* bitmap);
     ~CBrush() override;
     operator HBRUSH() const;
     static CBrush* FromHandle(HBRUSH brush);
     BOOL CreateSolidBrush(COLORREF colour);
-    BOOL CreateHatchBrush(int hatch, COLORREF colour);
-    BOOL CreateBrushIndirect(const LOGBRUSH* brush);
-    BOOL CreatePatternBrush(class CBitmap* bitmap);
-    BOOL CreateSysColorBrush(int index);
     int GetLogBrush(LOGBRUSH* brush);
 };
 
@@ -81,9 +72,6 @@ class FRAMEWORK_API CFont : public CGdiObject
     operator HFONT() const;
     static CFont* FromHandle(HFONT font);
     BOOL CreateFontIndirect(const LOGFONTA* font);
-    BOOL CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic, BYTE underline,
-                    BYTE strikeOut, BYTE charSet, BYTE outPrecision, BYTE clipPrecision, BYTE quality,
-                    BYTE pitchAndFamily, LPCSTR faceName);
     /// `pointSize` in tenths of a point, for the given context or the screen.
     BOOL CreatePointFont(int pointSize, LPCSTR faceName, CDC* dc = nullptr);
     BOOL CreatePointFontIndirect(const LOGFONTA* font, CDC* dc = nullptr);
@@ -101,17 +89,10 @@ class FRAMEWORK_API CBitmap : public CGdiObject
     /// From a resource that AfxFindResourceHandle finds.
     BOOL LoadBitmap(LPCSTR name);
     BOOL LoadBitmap(UINT id);
-    BOOL LoadOEMBitmap(UINT id);
-    BOOL LoadMappedBitmap(UINT id, UINT flags = 0, LPCOLORMAP map = nullptr, int mapSize = 0);
     BOOL CreateBitmap(int width, int height, UINT planes, UINT bitCount, const void* bits);
-    BOOL CreateBitmapIndirect(LPBITMAP bitmap);
     BOOL CreateCompatibleBitmap(CDC* dc, int width, int height);
-    BOOL CreateDiscardableBitmap(CDC* dc, int width, int height);
     int GetBitmap(BITMAP* bitmap);
-    DWORD SetBitmapBits(DWORD count, const void* bits);
     DWORD GetBitmapBits(DWORD count, LPVOID bits) const;
-    CSize SetBitmapDimension(int width, int height);
-    CSize GetBitmapDimension() const;
 };
 
 class FRAMEWORK_API CPalette : public CGdiObject
@@ -123,13 +104,6 @@ class FRAMEWORK_API CPalette : public CGdiObject
     operator HPALETTE() const;
     static CPalette* FromHandle(HPALETTE palette);
     BOOL CreatePalette(LPLOGPALETTE palette);
-    BOOL CreateHalftonePalette(CDC* dc);
-    int GetEntryCount();
-    UINT GetPaletteEntries(UINT start, UINT count, LPPALETTEENTRY entries) const;
-    UINT SetPaletteEntries(UINT start, UINT count, LPPALETTEENTRY entries);
-    void AnimatePalette(UINT start, UINT count, LPPALETTEENTRY entries);
-    UINT GetNearestPaletteIndex(COLORREF colour) const;
-    BOOL ResizePalette(UINT count);
 };
 
 class FRAMEWORK_API CRgn : public CGdiObject
@@ -143,20 +117,11 @@ class FRAMEWORK_API CRgn : public CGdiObject
     BOOL CreateRectRgn(int left, int top, int right, int bottom);
     BOOL CreateRectRgnIndirect(LPCRECT rect);
     BOOL CreateEllipticRgn(int left, int top, int right, int bottom);
-    BOOL CreateEllipticRgnIndirect(LPCRECT rect);
-    BOOL CreatePolygonRgn(LPPOINT points, int count, int mode);
-    BOOL CreateRoundRectRgn(int left, int top, int right, int bottom, int width, int height);
-    BOOL CreateFromData(const XFORM* transform, int count, const RGNDATA* data);
-    void SetRectRgn(int left, int top, int right, int bottom);
-    void SetRectRgn(LPCRECT rect);
     int CombineRgn(const CRgn* first, const CRgn* second, int mode);
     int CopyRgn(const CRgn* source);
     BOOL EqualRgn(const CRgn* region) const;
-    int OffsetRgn(int horizontal, int vertical);
-    int OffsetRgn(POINT point);
     int GetRgnBox(LPRECT rect) const;
     BOOL PtInRegion(int horizontal, int vertical) const;
     BOOL PtInRegion(POINT point) const;
-    BOOL RectInRegion(LPCRECT rect) const;
     int GetRegionData(LPRGNDATA data, int size) const;
 };

@@ -20,17 +20,9 @@ class FRAMEWORK_API CToolTipCtrl : public CWnd
     void DelTool(CWnd* window, UINT_PTR id = 0);
     void UpdateTipText(LPCSTR text, CWnd* window, UINT_PTR id = 0);
     void UpdateTipText(UINT textId, CWnd* window, UINT_PTR id = 0);
-    void SetToolRect(CWnd* window, UINT_PTR id, LPCRECT rect);
     int GetToolCount() const;
     void GetText(CString& text, CWnd* window, UINT_PTR id = 0) const;
 
     void Activate(BOOL activate);
     void RelayEvent(LPMSG message);
-    void Pop();
-    void Update();
-    void SetDelayTime(UINT milliseconds);
-    void SetDelayTime(DWORD duration, int milliseconds);
-    int SetMaxTipWidth(int width);
-    void SetTipBkColor(COLORREF colour);
-    void SetTipTextColor(COLORREF colour);
 };

@@ -51,21 +51,12 @@ class FRAMEWORK_API CWinApp : public CWinThread
     LPCSTR m_pszExeName;
     LPCSTR m_pszHelpFilePath; ///< the executable's path with the ending .hlp
 
-    HCURSOR LoadCursor(LPCSTR name) const;
-    HCURSOR LoadCursor(UINT id) const;
-    HCURSOR LoadStandardCursor(LPCSTR name) const;
-    HICON LoadIcon(LPCSTR name) const;
-    HICON LoadIcon(UINT id) const;
-    HICON LoadStandardIcon(LPCSTR name) const;
-
     /// Shows a message box; a host may bring its own look.
     virtual int DoMessageBox(LPCSTR prompt, UINT type, UINT helpId);
     /// Calls the help program for the main window.
     virtual void WinHelp(DWORD_PTR data, UINT command = HELP_CONTEXT);
-    virtual void DoWaitCursor(int code); ///< 1 begins, -1 ends, 0 shows it again
 
     afx_msg void OnHelp();
-    afx_msg void OnAppExit();
 
   private:
     CString m_appName;
@@ -81,5 +72,3 @@ FRAMEWORK_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT helpId = 0)
 FRAMEWORK_API int AfxMessageBox(UINT textId, UINT type = MB_OK, UINT helpId = static_cast<UINT>(-1));
 /// Prepares a program that has no WinMain of the framework's; FALSE when it cannot run.
 FRAMEWORK_API BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show);
-/// What a program's WinMain calls: prepares, initialises the application object and runs it.
-FRAMEWORK_API int AfxWinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show);

@@ -3,22 +3,14 @@
 
 #include "afx/CCmdTarget.h"
 #include "afx/CDC.h"
-#include "afx/CMenu.h"
 #include "afx/CString.h"
 
 class CDataExchange;
-class CScrollBar;
 struct CCreateContext; // documents and views, which this framework does not have
 
 #define MLF_NOIDLEMSG 0x0001
 #define MLF_NOKICKIDLE 0x0002
 #define MLF_SHOWONIDLE 0x0004
-
-namespace framework
-{
-/// The scroll bar of a scroll message, null when it is the window's own.
-FRAMEWORK_API CScrollBar* ScrollBarOf(LPARAM control);
-} // namespace framework
 
 /// A window of the system. The object is attached to its window by Create, SubclassWindow or Attach, from WM_NCCREATE
 /// to WM_NCDESTROY. An object that FromHandle makes only stands for a window; it lasts until the program is idle.
@@ -62,36 +54,25 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     DWORD GetStyle() const;
     DWORD GetExStyle() const;
     BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);
-    BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0);
     void SetWindowText(LPCSTR text);
     int GetWindowText(LPSTR text, int maximum) const;
     void GetWindowText(CString& text) const;
     int GetWindowTextLength() const;
     void SetFont(CFont* font, BOOL redraw = TRUE);
     CFont* GetFont() const;
-    HICON SetIcon(HICON icon, BOOL bigIcon);
-    HICON GetIcon(BOOL bigIcon) const;
     BOOL EnableWindow(BOOL enable = TRUE);
     BOOL IsWindowEnabled() const;
     BOOL ShowWindow(int show);
     BOOL IsWindowVisible() const;
-    BOOL IsIconic() const;
-    BOOL IsZoomed() const;
-    CMenu* GetMenu() const;
-    BOOL SetMenu(CMenu* menu);
-    CMenu* GetSystemMenu(BOOL revert) const;
     int GetDlgCtrlID() const;
-    int SetDlgCtrlID(int id);
 
     // Place and size
     void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE);
     void MoveWindow(LPCRECT rect, BOOL repaint = TRUE);
     BOOL SetWindowPos(const CWnd* insertAfter, int x, int y, int width, int height, UINT flags);
-    void BringWindowToTop();
     void CenterWindow(CWnd* alternateOwner = nullptr);
     void GetWindowRect(LPRECT rect) const;
     void GetClientRect(LPRECT rect) const;
-    BOOL GetWindowPlacement(WINDOWPLACEMENT* placement) const;
     int SetWindowRgn(HRGN region, BOOL redraw);
     void ClientToScreen(LPPOINT point) const;
     void ClientToScreen(LPRECT rect) const;
@@ -101,17 +82,12 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     void MapWindowPoints(CWnd* to, LPRECT rect) const;
 
     // Painting
-    CDC* BeginPaint(LPPAINTSTRUCT paint);
-    void EndPaint(LPPAINTSTRUCT paint);
     CDC* GetDC();
-    CDC* GetWindowDC();
     int ReleaseDC(CDC* dc);
     void UpdateWindow();
-    void SetRedraw(BOOL redraw = TRUE);
     BOOL GetUpdateRect(LPRECT rect, BOOL erase = FALSE);
     void Invalidate(BOOL erase = TRUE);
     void InvalidateRect(LPCRECT rect, BOOL erase = TRUE);
-    void InvalidateRgn(CRgn* region, BOOL erase = TRUE);
     void ValidateRect(LPCRECT rect);
     BOOL RedrawWindow(LPCRECT rect = nullptr, CRgn* region = nullptr,
                       UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE);
@@ -124,25 +100,12 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     static CWnd* GetFocus();
     CWnd* SetFocus();
     static CWnd* GetActiveWindow();
-    CWnd* SetActiveWindow();
-    static CWnd* GetForegroundWindow();
     BOOL SetForegroundWindow();
-    static CWnd* GetDesktopWindow();
 
     // Relatives
     CWnd* GetParent() const;
-    CWnd* SetParent(CWnd* newParent);
     CWnd* GetOwner() const;
-    CWnd* GetTopLevelParent() const;
-    CWnd* GetLastActivePopup() const;
-    CWnd* GetTopWindow() const;
     CWnd* GetWindow(UINT relation) const;
-    CWnd* GetNextWindow(UINT flag = GW_HWNDNEXT) const;
-    CWnd* GetNextDlgTabItem(CWnd* control, BOOL previous = FALSE) const;
-    BOOL IsChild(const CWnd* window) const;
-    static CWnd* FindWindow(LPCSTR className, LPCSTR windowName);
-    static CWnd* WindowFromPoint(POINT point);
-    CWnd* ChildWindowFromPoint(POINT point) const;
 
     // Controls of a dialog
     CWnd* GetDlgItem(int id) const;
@@ -200,7 +163,6 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     // Handlers for the messages of their names; these here do what the window did by itself. Those for controls'
     // messages hand the message back to the control.
     afx_msg int OnCreate(LPCREATESTRUCT parameters);
-    afx_msg BOOL OnNcCreate(LPCREATESTRUCT parameters);
     afx_msg void OnDestroy();
     afx_msg void OnNcDestroy();
     afx_msg void OnClose();
@@ -210,15 +172,12 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     afx_msg void OnMouseMove(UINT flags, CPoint point);
     afx_msg void OnMouseHover(UINT flags, CPoint point);
     afx_msg void OnMouseLeave();
-    afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
     afx_msg void OnLButtonDown(UINT flags, CPoint point);
     afx_msg void OnLButtonUp(UINT flags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT flags, CPoint point);
     afx_msg void OnRButtonDown(UINT flags, CPoint point);
     afx_msg void OnRButtonUp(UINT flags, CPoint point);
     afx_msg void OnRButtonDblClk(UINT flags, CPoint point);
-    afx_msg void OnNcLButtonDown(UINT hitTest, CPoint point);
-    afx_msg void OnNcMouseMove(UINT hitTest, CPoint point);
     afx_msg int OnMouseActivate(CWnd* topLevel, UINT hitTest, UINT message);
     afx_msg void OnCaptureChanged(CWnd* window);
     afx_msg BOOL OnSetCursor(CWnd* window, UINT hitTest, UINT message);
@@ -228,39 +187,25 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     afx_msg void OnKeyUp(UINT key, UINT repeat, UINT flags);
     afx_msg void OnChar(UINT character, UINT repeat, UINT flags);
-    afx_msg void OnSysKeyDown(UINT key, UINT repeat, UINT flags);
-    afx_msg void OnSysKeyUp(UINT key, UINT repeat, UINT flags);
     afx_msg UINT OnGetDlgCode();
     afx_msg void OnTimer(UINT_PTR id);
     afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnMove(int x, int y);
-    afx_msg void OnWindowPosChanging(WINDOWPOS* position);
     afx_msg void OnWindowPosChanged(WINDOWPOS* position);
-    afx_msg void OnGetMinMaxInfo(MINMAXINFO* information);
     afx_msg void OnNcCalcSize(BOOL calcValidRects, NCCALCSIZE_PARAMS* parameters);
-    afx_msg BOOL OnNcActivate(BOOL active);
     afx_msg void OnEnable(BOOL enable);
     afx_msg void OnShowWindow(BOOL show, UINT status);
     afx_msg void OnActivate(UINT state, CWnd* other, BOOL minimized);
     afx_msg void OnActivateApp(BOOL active, DWORD thread);
     afx_msg void OnCancelMode();
     afx_msg void OnSysColorChange();
-    afx_msg void OnSettingChange(UINT flags, LPCSTR section);
     afx_msg void OnPaletteChanged(CWnd* focusWindow);
     afx_msg BOOL OnQueryNewPalette();
     afx_msg void OnDrawItem(int id, LPDRAWITEMSTRUCT item);
     afx_msg void OnMeasureItem(int id, LPMEASUREITEMSTRUCT item);
-    afx_msg int OnCompareItem(int id, LPCOMPAREITEMSTRUCT item);
-    afx_msg void OnDeleteItem(int id, LPDELETEITEMSTRUCT item);
     afx_msg HBRUSH OnCtlColor(CDC* dc, CWnd* control, UINT type);
-    afx_msg void OnHScroll(UINT code, UINT position, CScrollBar* scrollBar);
-    afx_msg void OnVScroll(UINT code, UINT position, CScrollBar* scrollBar);
-    afx_msg void OnParentNotify(UINT message, LPARAM lParam);
-    afx_msg void OnSysCommand(UINT id, LPARAM lParam);
     afx_msg void OnContextMenu(CWnd* window, CPoint point);
     afx_msg BOOL OnHelpInfo(HELPINFO* information);
-    afx_msg BOOL OnCopyData(CWnd* window, COPYDATASTRUCT* data);
-    afx_msg BOOL OnQueryEndSession();
 
     DECLARE_MESSAGE_MAP()
 

@@ -26,7 +26,7 @@ class FRAMEWORK_API CColorDialog : public CCommonDialog
 
     CHOOSECOLORA m_cc; ///< may be changed before DoModal
 
-    INT_PTR DoModal() override;            ///< IDOK or IDCANCEL
-    COLORREF GetColor() const;             ///< the colour chosen
+    INT_PTR DoModal() override; ///< IDOK or IDCANCEL
+    COLORREF GetColor() const;  ///< the colour chosen
     static COLORREF* GetSavedCustomColors();
 };

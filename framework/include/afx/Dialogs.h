@@ -19,19 +19,13 @@ class FRAMEWORK_API CDialog : public CWnd
     BOOL Create(UINT templateId, CWnd* parent = nullptr);
     BOOL CreateIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent = nullptr, void* initialisation = nullptr,
                         HINSTANCE module = nullptr);
-    BOOL InitModalIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent = nullptr, void* initialisation = nullptr);
 
     /// Shows the dialog until EndDialog; answers its result, -1 when the dialog cannot be made.
     virtual INT_PTR DoModal();
     void EndDialog(int result);
 
     void MapDialogRect(LPRECT rect) const; ///< dialog units to pixels
-    void NextDlgCtrl() const;
-    void PrevDlgCtrl() const;
-    void GotoDlgCtrl(CWnd* control);
-    UINT GetDefID() const;
-    void SetDefID(UINT id);
-    void SetHelpID(UINT id);
+    void GotoDlgCtrl(CWnd* control);       ///< moves the focus as Tab would
 
     /// The dialog is made but not shown; FALSE when the handler has set the focus itself.
     virtual BOOL OnInitDialog();
@@ -41,10 +35,7 @@ class FRAMEWORK_API CDialog : public CWnd
   protected:
     virtual void OnOK(); ///< takes the values over and ends the dialog
     virtual void OnCancel();
-    /// Makes a modal dialog's fonts, menus and the like; FALSE stops it.
-    virtual void PreInitDialog();
 
-    UINT m_nIDHelp;
     LPCSTR m_lpszTemplateName;
     CWnd* m_pParentWnd;
 
@@ -52,9 +43,6 @@ class FRAMEWORK_API CDialog : public CWnd
 
   private:
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-    LPCDLGTEMPLATE m_template;
-    HINSTANCE m_module;
 };
 
 /// One exchange of values in one direction; DoDataExchange passes it on to the DDX_ functions.
@@ -86,6 +74,4 @@ FRAMEWORK_API void DDX_Check(CDataExchange* exchange, int id, int& value);
 FRAMEWORK_API void DDX_Radio(CDataExchange* exchange, int id, int& value);
 FRAMEWORK_API void DDX_LBIndex(CDataExchange* exchange, int id, int& index);
 FRAMEWORK_API void DDX_CBIndex(CDataExchange* exchange, int id, int& index);
-FRAMEWORK_API void DDX_CBString(CDataExchange* exchange, int id, CString& value);
 FRAMEWORK_API void DDV_MaxChars(CDataExchange* exchange, const CString& value, int maximum);
-FRAMEWORK_API void DDV_MinMaxInt(CDataExchange* exchange, int value, int minimum, int maximum);

@@ -134,8 +134,6 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
 #define ON_COMMAND(id, memberFxn) AFX_ON_ID(WM_COMMAND, 0, id, id, &framework::CallCommand<memberFxn>)
 #define ON_COMMAND_RANGE(id, idLast, memberFxn) AFX_ON_ID(WM_COMMAND, 0, id, idLast, &framework::CallRange<memberFxn>)
 #define ON_CONTROL(code, id, memberFxn) AFX_ON_ID(WM_COMMAND, code, id, id, &framework::CallCommand<memberFxn>)
-#define ON_CONTROL_RANGE(code, id, idLast, memberFxn)                                                                  \
-    AFX_ON_ID(WM_COMMAND, code, id, idLast, &framework::CallRange<memberFxn>)
 #define ON_NOTIFY(code, id, memberFxn) AFX_ON_ID(WM_NOTIFY, code, id, id, &framework::CallNotify<memberFxn>)
 #define ON_MESSAGE(message, memberFxn) AFX_ON_ID(message, 0, 0, 0, &framework::CallMessage<memberFxn>)
 #define ON_REGISTERED_MESSAGE(variable, memberFxn)                                                                     \
@@ -147,20 +145,11 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
 #define ON_NOTIFY_REFLECT_EX(code, memberFxn) AFX_ON_REFLECTED(WM_NOTIFY, code, &framework::CallNotifyEx<memberFxn>)
 
 #define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
-#define ON_BN_DOUBLECLICKED(id, memberFxn) ON_CONTROL(BN_DOUBLECLICKED, id, memberFxn)
-#define ON_BN_SETFOCUS(id, memberFxn) ON_CONTROL(BN_SETFOCUS, id, memberFxn)
-#define ON_BN_KILLFOCUS(id, memberFxn) ON_CONTROL(BN_KILLFOCUS, id, memberFxn)
 #define ON_STN_CLICKED(id, memberFxn) ON_CONTROL(STN_CLICKED, id, memberFxn)
-#define ON_STN_DBLCLK(id, memberFxn) ON_CONTROL(STN_DBLCLK, id, memberFxn)
 #define ON_EN_CHANGE(id, memberFxn) ON_CONTROL(EN_CHANGE, id, memberFxn)
-#define ON_EN_SETFOCUS(id, memberFxn) ON_CONTROL(EN_SETFOCUS, id, memberFxn)
-#define ON_EN_KILLFOCUS(id, memberFxn) ON_CONTROL(EN_KILLFOCUS, id, memberFxn)
 #define ON_LBN_SELCHANGE(id, memberFxn) ON_CONTROL(LBN_SELCHANGE, id, memberFxn)
 #define ON_LBN_DBLCLK(id, memberFxn) ON_CONTROL(LBN_DBLCLK, id, memberFxn)
 #define ON_CBN_SELCHANGE(id, memberFxn) ON_CONTROL(CBN_SELCHANGE, id, memberFxn)
-#define ON_CBN_EDITCHANGE(id, memberFxn) ON_CONTROL(CBN_EDITCHANGE, id, memberFxn)
-#define ON_CBN_DROPDOWN(id, memberFxn) ON_CONTROL(CBN_DROPDOWN, id, memberFxn)
-#define ON_CBN_CLOSEUP(id, memberFxn) ON_CONTROL(CBN_CLOSEUP, id, memberFxn)
 
 // The rest are messages of the system with handlers of fixed names. `self` is the object, `m` the message.
 #define AFX_ON_WM_KIND(kind, message, ...)                                                                             \
@@ -182,13 +171,10 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
     AFX_ON_WM(message, self.handler(static_cast<UINT>(m.wParam), CPoint(m.lParam)))
 #define AFX_ON_WM_KEY(message, handler)                                                                                \
     AFX_ON_WM(message, self.handler(static_cast<UINT>(m.wParam), LOWORD(m.lParam), HIWORD(m.lParam)))
-#define AFX_ON_WM_SCROLL(message, handler)                                                                             \
-    AFX_ON_WM(message, self.handler(LOWORD(m.wParam), HIWORD(m.wParam), framework::ScrollBarOf(m.lParam)))
 #define AFX_WINDOW_OF(parameter) CWnd::FromHandle(reinterpret_cast<HWND>(parameter))
 #define AFX_CONTEXT_OF(parameter) CDC::FromHandle(reinterpret_cast<HDC>(parameter))
 
 #define ON_WM_CREATE() AFX_ON_WM(WM_CREATE, m.result = self.OnCreate(reinterpret_cast<LPCREATESTRUCT>(m.lParam)))
-#define ON_WM_NCCREATE() AFX_ON_WM(WM_NCCREATE, m.result = self.OnNcCreate(reinterpret_cast<LPCREATESTRUCT>(m.lParam)))
 #define ON_WM_DESTROY() AFX_ON_WM(WM_DESTROY, self.OnDestroy())
 #define ON_WM_NCDESTROY() AFX_ON_WM(WM_NCDESTROY, self.OnNcDestroy())
 #define ON_WM_CLOSE() AFX_ON_WM(WM_CLOSE, self.OnClose())
@@ -198,17 +184,12 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
 #define ON_WM_MOUSEMOVE() AFX_ON_WM_MOUSE(WM_MOUSEMOVE, OnMouseMove)
 #define ON_WM_MOUSEHOVER() AFX_ON_WM_MOUSE(WM_MOUSEHOVER, OnMouseHover)
 #define ON_WM_MOUSELEAVE() AFX_ON_WM(WM_MOUSELEAVE, self.OnMouseLeave())
-#define ON_WM_MOUSEWHEEL()                                                                                             \
-    AFX_ON_WM(WM_MOUSEWHEEL,                                                                                           \
-              m.result = self.OnMouseWheel(LOWORD(m.wParam), static_cast<short>(HIWORD(m.wParam)), CPoint(m.lParam)))
 #define ON_WM_LBUTTONDOWN() AFX_ON_WM_MOUSE(WM_LBUTTONDOWN, OnLButtonDown)
 #define ON_WM_LBUTTONUP() AFX_ON_WM_MOUSE(WM_LBUTTONUP, OnLButtonUp)
 #define ON_WM_LBUTTONDBLCLK() AFX_ON_WM_MOUSE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
 #define ON_WM_RBUTTONDOWN() AFX_ON_WM_MOUSE(WM_RBUTTONDOWN, OnRButtonDown)
 #define ON_WM_RBUTTONUP() AFX_ON_WM_MOUSE(WM_RBUTTONUP, OnRButtonUp)
 #define ON_WM_RBUTTONDBLCLK() AFX_ON_WM_MOUSE(WM_RBUTTONDBLCLK, OnRButtonDblClk)
-#define ON_WM_NCLBUTTONDOWN() AFX_ON_WM_MOUSE(WM_NCLBUTTONDOWN, OnNcLButtonDown)
-#define ON_WM_NCMOUSEMOVE() AFX_ON_WM_MOUSE(WM_NCMOUSEMOVE, OnNcMouseMove)
 #define ON_WM_MOUSEACTIVATE()                                                                                          \
     AFX_ON_WM(WM_MOUSEACTIVATE,                                                                                        \
               m.result = self.OnMouseActivate(AFX_WINDOW_OF(m.wParam), LOWORD(m.lParam), HIWORD(m.lParam)))
@@ -221,21 +202,15 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
 #define ON_WM_KEYDOWN() AFX_ON_WM_KEY(WM_KEYDOWN, OnKeyDown)
 #define ON_WM_KEYUP() AFX_ON_WM_KEY(WM_KEYUP, OnKeyUp)
 #define ON_WM_CHAR() AFX_ON_WM_KEY(WM_CHAR, OnChar)
-#define ON_WM_SYSKEYDOWN() AFX_ON_WM_KEY(WM_SYSKEYDOWN, OnSysKeyDown)
-#define ON_WM_SYSKEYUP() AFX_ON_WM_KEY(WM_SYSKEYUP, OnSysKeyUp)
 #define ON_WM_GETDLGCODE() AFX_ON_WM(WM_GETDLGCODE, m.result = static_cast<LRESULT>(self.OnGetDlgCode()))
 #define ON_WM_TIMER() AFX_ON_WM(WM_TIMER, self.OnTimer(m.wParam))
 #define ON_WM_SIZE() AFX_ON_WM(WM_SIZE, self.OnSize(static_cast<UINT>(m.wParam), LOWORD(m.lParam), HIWORD(m.lParam)))
 #define ON_WM_MOVE()                                                                                                   \
     AFX_ON_WM(WM_MOVE, self.OnMove(static_cast<short>(LOWORD(m.lParam)), static_cast<short>(HIWORD(m.lParam))))
-#define ON_WM_WINDOWPOSCHANGING()                                                                                      \
-    AFX_ON_WM(WM_WINDOWPOSCHANGING, self.OnWindowPosChanging(reinterpret_cast<WINDOWPOS*>(m.lParam)))
 #define ON_WM_WINDOWPOSCHANGED()                                                                                       \
     AFX_ON_WM(WM_WINDOWPOSCHANGED, self.OnWindowPosChanged(reinterpret_cast<WINDOWPOS*>(m.lParam)))
-#define ON_WM_GETMINMAXINFO() AFX_ON_WM(WM_GETMINMAXINFO, self.OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(m.lParam)))
 #define ON_WM_NCCALCSIZE()                                                                                             \
     AFX_ON_WM(WM_NCCALCSIZE, self.OnNcCalcSize(m.wParam != 0, reinterpret_cast<NCCALCSIZE_PARAMS*>(m.lParam)))
-#define ON_WM_NCACTIVATE() AFX_ON_WM(WM_NCACTIVATE, m.result = self.OnNcActivate(m.wParam != 0))
 #define ON_WM_ENABLE() AFX_ON_WM(WM_ENABLE, self.OnEnable(m.wParam != 0))
 #define ON_WM_SHOWWINDOW() AFX_ON_WM(WM_SHOWWINDOW, self.OnShowWindow(m.wParam != 0, static_cast<UINT>(m.lParam)))
 #define ON_WM_ACTIVATE()                                                                                               \
@@ -243,8 +218,6 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
 #define ON_WM_ACTIVATEAPP() AFX_ON_WM(WM_ACTIVATEAPP, self.OnActivateApp(m.wParam != 0, static_cast<DWORD>(m.lParam)))
 #define ON_WM_CANCELMODE() AFX_ON_WM(WM_CANCELMODE, self.OnCancelMode())
 #define ON_WM_SYSCOLORCHANGE() AFX_ON_WM(WM_SYSCOLORCHANGE, self.OnSysColorChange())
-#define ON_WM_SETTINGCHANGE()                                                                                          \
-    AFX_ON_WM(WM_SETTINGCHANGE, self.OnSettingChange(static_cast<UINT>(m.wParam), reinterpret_cast<LPCSTR>(m.lParam)))
 #define ON_WM_PALETTECHANGED() AFX_ON_WM(WM_PALETTECHANGED, self.OnPaletteChanged(AFX_WINDOW_OF(m.wParam)))
 #define ON_WM_QUERYNEWPALETTE() AFX_ON_WM(WM_QUERYNEWPALETTE, m.result = self.OnQueryNewPalette())
 #define ON_WM_DRAWITEM()                                                                                               \
@@ -254,26 +227,11 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
     AFX_ON_WM(WM_MEASUREITEM,                                                                                          \
               self.OnMeasureItem(static_cast<int>(m.wParam), reinterpret_cast<LPMEASUREITEMSTRUCT>(m.lParam));         \
               m.result = TRUE)
-#define ON_WM_COMPAREITEM()                                                                                            \
-    AFX_ON_WM(WM_COMPAREITEM, m.result = self.OnCompareItem(static_cast<int>(m.wParam),                                \
-                                                            reinterpret_cast<LPCOMPAREITEMSTRUCT>(m.lParam)))
-#define ON_WM_DELETEITEM()                                                                                             \
-    AFX_ON_WM(WM_DELETEITEM,                                                                                           \
-              self.OnDeleteItem(static_cast<int>(m.wParam), reinterpret_cast<LPDELETEITEMSTRUCT>(m.lParam));           \
-              m.result = TRUE)
 #define ON_WM_CTLCOLOR()                                                                                               \
     AFX_ON_WM(WM_CTLCOLOR, m.result = reinterpret_cast<LRESULT>(self.OnCtlColor(                                       \
                                AFX_CONTEXT_OF(m.wParam), AFX_WINDOW_OF(m.lParam), m.message - WM_CTLCOLORMSGBOX)))
-#define ON_WM_HSCROLL() AFX_ON_WM_SCROLL(WM_HSCROLL, OnHScroll)
-#define ON_WM_VSCROLL() AFX_ON_WM_SCROLL(WM_VSCROLL, OnVScroll)
-#define ON_WM_PARENTNOTIFY() AFX_ON_WM(WM_PARENTNOTIFY, self.OnParentNotify(static_cast<UINT>(m.wParam), m.lParam))
-#define ON_WM_SYSCOMMAND() AFX_ON_WM(WM_SYSCOMMAND, self.OnSysCommand(static_cast<UINT>(m.wParam), m.lParam))
 #define ON_WM_CONTEXTMENU() AFX_ON_WM(WM_CONTEXTMENU, self.OnContextMenu(AFX_WINDOW_OF(m.wParam), CPoint(m.lParam)))
 #define ON_WM_HELPINFO() AFX_ON_WM(WM_HELP, m.result = self.OnHelpInfo(reinterpret_cast<HELPINFO*>(m.lParam)))
-#define ON_WM_COPYDATA()                                                                                               \
-    AFX_ON_WM(WM_COPYDATA,                                                                                             \
-              m.result = self.OnCopyData(AFX_WINDOW_OF(m.wParam), reinterpret_cast<COPYDATASTRUCT*>(m.lParam)))
-#define ON_WM_QUERYENDSESSION() AFX_ON_WM(WM_QUERYENDSESSION, m.result = self.OnQueryEndSession())
 
 // What a parent hands back to the control that sent it.
 #define ON_WM_CTLCOLOR_REFLECT()                                                                                       \
@@ -285,10 +243,6 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
     AFX_ON_WM_KIND(AfxMsgReflected, WM_DRAWITEM, self.DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(m.lParam)))
 #define ON_WM_MEASUREITEM_REFLECT()                                                                                    \
     AFX_ON_WM_KIND(AfxMsgReflected, WM_MEASUREITEM, self.MeasureItem(reinterpret_cast<LPMEASUREITEMSTRUCT>(m.lParam)))
-#define ON_WM_HSCROLL_REFLECT()                                                                                        \
-    AFX_ON_WM_KIND(AfxMsgReflected, WM_HSCROLL, self.HScroll(LOWORD(m.wParam), HIWORD(m.wParam)))
-#define ON_WM_VSCROLL_REFLECT()                                                                                        \
-    AFX_ON_WM_KIND(AfxMsgReflected, WM_VSCROLL, self.VScroll(LOWORD(m.wParam), HIWORD(m.wParam)))
 
 // The old common name of the seven WM_CTLCOLOR… messages; map entries use it for all of them.
 #ifndef WM_CTLCOLOR
