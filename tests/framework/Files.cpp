@@ -1,9 +1,10 @@
 // Files and file search, on a folder of the test's own.
 #include <afx.h>
 #include <gtest/gtest.h>
+#include <filesystem>
 #include <map>
-#include <set>
 #include <string>
+#include <utility>
 
 namespace
 {
@@ -19,20 +20,9 @@ class Files : public testing::Test
     }
     void TearDown() override
     {
-        CFileFind find;
-        for (BOOL more = find.FindFile(Path("*")); more;)
-        {
-            more = find.FindNextFile();
-            if (find.IsDots())
-                continue;
-            SetFileAttributesA(find.GetFilePath(), FILE_ATTRIBUTE_NORMAL);
-            if (find.IsDirectory())
-                RemoveDirectoryA(find.GetFilePath());
-            else
-                DeleteFileA(find.GetFilePath());
-        }
-        find.Close();
-        EXPECT_TRUE(RemoveDirectoryA(m_folder)) << "a file was left open";
+        std::error_code error;
+        std::filesystem::remove_all(static_cast<LPCSTR>(m_folder), error);
+        EXPECT_FALSE(error) << "a file was left open";
     }
     CString Path(LPCSTR name) const { return m_folder + "\\" + name; }
     void Make(LPCSTR name, LPCSTR content) const
@@ -52,6 +42,23 @@ class Files : public testing::Test
 
     CString m_folder;
 };
+
+/// Why the call failed.
+template <class F>
+int Cause(F call)
+{
+    try
+    {
+        call();
+        return CFileException::none;
+    }
+    catch (CFileException* thrown)
+    {
+        const int cause = thrown->m_cause;
+        thrown->Delete();
+        return cause;
+    }
+}
 } // namespace
 
 TEST_F(Files, WriteReadSeekLength)
@@ -79,26 +86,21 @@ TEST_F(Files, WriteReadSeekLength)
 TEST_F(Files, CreationFlags)
 {
     Make("kept.txt", "kept");
-    CFile kept(Path("kept.txt"), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeReadWrite);
-    EXPECT_EQ(kept.GetLength(), 4u);
-    kept.Close();
-    CFile cut(Path("kept.txt"), CFile::modeCreate | CFile::modeWrite);
-    EXPECT_EQ(cut.GetLength(), 0u);
-    cut.Close();
-    CFile made(Path("new.txt"), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite);
-    EXPECT_EQ(made.GetLength(), 0u);
+    constexpr UINT create = CFile::modeCreate | CFile::modeReadWrite;
+    EXPECT_EQ(CFile(Path("kept.txt"), create | CFile::modeNoTruncate).GetLength(), 4u);
+    EXPECT_EQ(CFile(Path("kept.txt"), create).GetLength(), 0u);
+    EXPECT_EQ(CFile(Path("new.txt"), create | CFile::modeNoTruncate).GetLength(), 0u);
 }
 
 // Which second opening a share mode allows.
 TEST_F(Files, ShareModes)
 {
     Make("shared.txt", "x");
-    struct Row
+    const struct
     {
         UINT first, second;
         bool opens;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {CFile::modeRead | CFile::shareDenyNone, CFile::modeReadWrite | CFile::shareDenyNone, true},
         {CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyNone, true},
         {CFile::modeRead | CFile::shareDenyWrite, CFile::modeWrite | CFile::shareDenyNone, false},
@@ -106,7 +108,7 @@ TEST_F(Files, ShareModes)
         {CFile::modeWrite | CFile::shareDenyRead, CFile::modeWrite | CFile::shareDenyNone, true},
         {CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
     {
         SCOPED_TRACE(testing::Message() << std::hex << row.first << ' ' << row.second);
         CFile first(Path("shared.txt"), row.first);
@@ -127,29 +129,11 @@ TEST_F(Files, Failures)
     EXPECT_EQ(error.m_strFileName, Path("missing.txt"));
     EXPECT_FALSE(file.Open(Path("missing.txt"), CFile::modeRead)) << "without an exception object it just fails";
 
-    EXPECT_THROW(
-        try { CFile(Path("missing.txt"), CFile::modeRead); } catch (CFileException* thrown) {
-            EXPECT_EQ(thrown->m_lOsError, ERROR_FILE_NOT_FOUND);
-            thrown->Delete();
-            throw 1;
-        },
-        int);
-    EXPECT_THROW(
-        try { CFile::Remove(Path("missing.txt")); } catch (CFileException* thrown) {
-            thrown->Delete();
-            throw 1;
-        },
-        int);
-
+    EXPECT_EQ(Cause([&] { CFile(Path("missing.txt"), CFile::modeRead); }), CFileException::fileNotFound);
+    EXPECT_EQ(Cause([&] { CFile::Remove(Path("missing.txt")); }), CFileException::fileNotFound);
     Make("read.txt", "x");
     CFile reader(Path("read.txt"), CFile::modeRead);
-    EXPECT_THROW(
-        try { reader.Write("y", 1); } catch (CFileException* thrown) {
-            EXPECT_EQ(thrown->m_cause, CFileException::accessDenied);
-            thrown->Delete();
-            throw 1;
-        },
-        int);
+    EXPECT_EQ(Cause([&] { reader.Write("y", 1); }), CFileException::accessDenied);
 }
 
 TEST_F(Files, LockedRangesExcludeOtherHandles)
@@ -158,13 +142,7 @@ TEST_F(Files, LockedRangesExcludeOtherHandles)
     CFile first(Path("locked.txt"), CFile::modeReadWrite | CFile::shareDenyNone);
     CFile second(Path("locked.txt"), CFile::modeReadWrite | CFile::shareDenyNone);
     first.LockRange(2, 3);
-    EXPECT_THROW(
-        try { second.LockRange(4, 1); } catch (CFileException* thrown) {
-            EXPECT_EQ(thrown->m_cause, CFileException::lockViolation);
-            thrown->Delete();
-            throw 1;
-        },
-        int);
+    EXPECT_EQ(Cause([&] { second.LockRange(4, 1); }), CFileException::lockViolation);
     first.UnlockRange(2, 3);
     second.LockRange(4, 1);
     second.UnlockRange(4, 1);
@@ -193,22 +171,21 @@ TEST_F(Files, SearchFindsEveryFileOnce)
     Make("two.part.txt", "22");
     Make("three.ini", "333");
     CreateDirectoryA(Path("folder.txt"), nullptr);
-    std::map<std::string, ULONGLONG> found;
-    std::set<std::string> titles;
+    using Found = std::map<std::string, std::pair<std::string, ULONGLONG>>; // name: title and length
+    Found found;
     CFileFind find;
-    BOOL more = find.FindFile(Path("*.txt"));
-    while (more)
+    for (BOOL more = find.FindFile(Path("*.txt")); more;)
     {
         more = find.FindNextFile();
-        found[static_cast<LPCSTR>(find.GetFileName())] = find.IsDirectory() ? 0 : find.GetLength();
-        titles.insert(static_cast<LPCSTR>(find.GetFileTitle()));
+        found[static_cast<LPCSTR>(find.GetFileName())] = {static_cast<LPCSTR>(find.GetFileTitle()),
+                                                          find.IsDirectory() ? 0 : find.GetLength()};
         EXPECT_EQ(find.GetFilePath(), Path(find.GetFileName()));
         CTime written;
         EXPECT_TRUE(find.GetLastWriteTime(written));
         EXPECT_GT(written.GetYear(), 2000);
     }
-    EXPECT_EQ(found, (std::map<std::string, ULONGLONG>{{"folder.txt", 0}, {"one.txt", 1}, {"two.part.txt", 2}}));
-    EXPECT_EQ(titles, (std::set<std::string>{"folder", "one", "two.part"}));
+    EXPECT_EQ(found,
+              (Found{{"folder.txt", {"folder", 0}}, {"one.txt", {"one", 1}}, {"two.part.txt", {"two.part", 2}}}));
     EXPECT_FALSE(find.FindNextFile());
     EXPECT_FALSE(find.FindFile(Path("*.none")));
 }

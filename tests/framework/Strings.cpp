@@ -46,6 +46,9 @@ TEST(String, CopiesShareUntilOneIsChanged)
     locked.UnlockBuffer();
     locked = locked;
     EXPECT_EQ(locked, copy);
+
+    EXPECT_EQ(PassThrough(second), "shared!") << "by value through another module";
+    EXPECT_EQ(second, "shared");
 }
 
 TEST(String, CountsItsSharersAcrossThreads)
@@ -70,14 +73,7 @@ TEST(String, CountsItsSharersAcrossThreads)
     EXPECT_EQ(static_cast<LPCSTR>(last), static_cast<LPCSTR>(shared)) << "the buffer was freed while it was shared";
 }
 
-TEST(String, GoesByValueThroughAnotherModule)
-{
-    const CString mine("text");
-    EXPECT_EQ(PassThrough(mine), "text!");
-    EXPECT_EQ(mine, "text");
-}
-
-TEST(String, Parts)
+TEST(String, PartsAndSearches)
 {
     const CString text("C:\\folder\\name.ext");
     EXPECT_EQ(text.Left(2), "C:");
@@ -90,41 +86,32 @@ TEST(String, Parts)
     EXPECT_EQ(text.Mid(99, 1), "");
     EXPECT_EQ(text.SpanExcluding("."), "C:\\folder\\name");
     EXPECT_EQ(text.SpanIncluding("C:"), "C:");
-}
 
-TEST(String, Searches)
-{
-    const CString text("abcabc");
-    EXPECT_EQ(text.Find('b'), 1);
-    EXPECT_EQ(text.Find('b', 2), 4);
-    EXPECT_EQ(text.Find('b', 5), -1);
-    EXPECT_EQ(text.Find('\0'), -1);
-    EXPECT_EQ(text.Find("ca"), 2);
-    EXPECT_EQ(text.Find("abc", 1), 3);
-    EXPECT_EQ(text.Find("abc", 99), -1);
-    EXPECT_EQ(text.Find(""), 0);
-    EXPECT_EQ(text.ReverseFind('a'), 3);
-    EXPECT_EQ(text.ReverseFind('x'), -1);
-    EXPECT_EQ(text.FindOneOf("xc"), 2);
-    EXPECT_EQ(text.FindOneOf("xy"), -1);
+    const CString twice("abcabc");
+    EXPECT_EQ(twice.Find('b'), 1);
+    EXPECT_EQ(twice.Find('b', 2), 4);
+    EXPECT_EQ(twice.Find('b', 5), -1);
+    EXPECT_EQ(twice.Find('\0'), -1);
+    EXPECT_EQ(twice.Find("ca"), 2);
+    EXPECT_EQ(twice.Find("abc", 1), 3);
+    EXPECT_EQ(twice.Find("abc", 99), -1);
+    EXPECT_EQ(twice.Find(""), 0);
+    EXPECT_EQ(twice.ReverseFind('a'), 3);
+    EXPECT_EQ(twice.ReverseFind('x'), -1);
+    EXPECT_EQ(twice.FindOneOf("xc"), 2);
+    EXPECT_EQ(twice.FindOneOf("xy"), -1);
 }
 
 TEST(String, Changes)
 {
-    struct Row
+    const struct
     {
         const char* before;
         void (*change)(CString&);
         const char* after;
-    };
-    const Row rows[] = {
-        {"  \t a b \r\n",
-         [](CString& s)
-         {
-             s.TrimLeft();
-             s.TrimRight();
-         },
-         "a b"},
+    } rows[] = {
+        // clang-format off
+        {"  \t a b \r\n", [](CString& s) { s.TrimLeft(); s.TrimRight(); }, "a b"},
         {"   ", [](CString& s) { s.TrimRight(); }, ""},
         {"xxaxx", [](CString& s) { s.TrimLeft('x'); }, "axx"},
         {"xyaxy", [](CString& s) { s.TrimRight("yx"); }, "xya"},
@@ -140,47 +127,17 @@ TEST(String, Changes)
         {"ac", [](CString& s) { EXPECT_EQ(s.Insert(99, "d"), 3); }, "acd"},
         {"abc", [](CString& s) { EXPECT_EQ(s.Delete(1), 2); }, "ac"},
         {"abc", [](CString& s) { EXPECT_EQ(s.Delete(1, 99), 1); }, "a"},
-        {"abc",
-         [](CString& s)
-         {
-             s += s;
-             s += static_cast<LPCSTR>(s) + 4;
-         },
-         "abcabcbc"},
+        {"abc", [](CString& s) { s += s; s += static_cast<LPCSTR>(s) + 4; }, "abcabcbc"},
         {"abc", [](CString& s) { s = static_cast<LPCSTR>(s) + 1; }, "bc"},
-        {"abc",
-         [](CString& s)
-         {
-             s.Empty();
-             s += 'x';
-         },
-         "x"},
+        {"abc", [](CString& s) { s.Empty(); s += 'x'; }, "x"},
         {"abc", [](CString& s) { s.Format("<%s>", static_cast<LPCSTR>(s)); }, "<abc>"},
         {"abc", [](CString& s) { s.GetBufferSetLength(2); }, "ab"},
-        {"abc",
-         [](CString& s)
-         {
-             lstrcpyA(s.GetBuffer(10), "longer");
-             s.ReleaseBuffer();
-             s.FreeExtra();
-         },
-         "longer"},
-        {"abc",
-         [](CString& s)
-         {
-             s.GetBuffer(10)[1] = '\0';
-             s.ReleaseBuffer();
-         },
-         "a"},
-        {"",
-         [](CString& s)
-         {
-             s.GetBuffer(0)[0] = '\0';
-             s.ReleaseBuffer();
-         },
-         ""},
+        {"abc", [](CString& s) { lstrcpyA(s.GetBuffer(10), "longer"); s.ReleaseBuffer(); s.FreeExtra(); }, "longer"},
+        {"abc", [](CString& s) { s.GetBuffer(10)[1] = '\0'; s.ReleaseBuffer(); }, "a"},
+        {"", [](CString& s) { s.GetBuffer(0)[0] = '\0'; s.ReleaseBuffer(); }, ""},
+        // clang-format on
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
     {
         SCOPED_TRACE(row.before);
         CString text(row.before);

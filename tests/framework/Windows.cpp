@@ -17,7 +17,6 @@ class CRecorder : public CWnd
     DECLARE_DYNAMIC(CRecorder)
   public:
     std::vector<std::string> m_calls;
-    bool m_deleted = false;
     bool m_refuse = false;
 
     BOOL Make(DWORD style = WS_POPUP, CWnd* parent = nullptr)
@@ -27,9 +26,11 @@ class CRecorder : public CWnd
     using CWnd::DefWindowProc;
 
   protected:
+    using Text = testing::Message;
+    void Note(const Text& call) { m_calls.push_back(call.GetString()); }
     int OnCreate(LPCREATESTRUCT parameters)
     {
-        m_calls.push_back("create " + std::string(parameters->lpszName));
+        Note(Text() << "create " << parameters->lpszName);
         return m_refuse ? -1 : CWnd::OnCreate(parameters);
     }
     void OnDestroy()
@@ -37,19 +38,9 @@ class CRecorder : public CWnd
         m_calls.push_back("destroy");
         CWnd::OnDestroy();
     }
-    void OnLButtonDown(UINT flags, CPoint point)
-    {
-        m_calls.push_back("down " + std::to_string(flags) + " " + std::to_string(point.x) + "," +
-                          std::to_string(point.y));
-    }
-    void OnKeyDown(UINT key, UINT repeat, UINT)
-    {
-        m_calls.push_back("key " + std::to_string(key) + "x" + std::to_string(repeat));
-    }
-    void OnSize(UINT, int width, int height)
-    {
-        m_calls.push_back("size " + std::to_string(width) + "x" + std::to_string(height));
-    }
+    void OnLButtonDown(UINT flags, CPoint at) { Note(Text() << "down " << flags << ' ' << at.x << ',' << at.y); }
+    void OnKeyDown(UINT key, UINT repeat, UINT) { Note(Text() << "key " << key << 'x' << repeat); }
+    void OnSize(UINT, int width, int height) { Note(Text() << "size " << width << 'x' << height); }
     BOOL OnEraseBkgnd(CDC* dc)
     {
         CRect rect;
@@ -64,13 +55,13 @@ class CRecorder : public CWnd
     }
     void OnTimer(UINT_PTR id)
     {
-        m_calls.push_back("timer " + std::to_string(id));
+        Note(Text() << "timer " << id);
         KillTimer(id);
     }
     LRESULT OnTest(WPARAM wParam, LPARAM lParam) { return static_cast<LRESULT>(wParam) + lParam; }
     LRESULT OnRegistered(WPARAM, LPARAM) { return 77; }
     void OnChoice() { m_calls.push_back("choice"); }
-    void OnRange(UINT id) { m_calls.push_back("range " + std::to_string(id)); }
+    void OnRange(UINT id) { Note(Text() << "range " << id); }
     void PostNcDestroy() override { m_calls.push_back("gone"); }
     DECLARE_MESSAGE_MAP()
 };
@@ -103,32 +94,63 @@ BEGIN_MESSAGE_MAP(CDerived, CRecorder)
     ON_COMMAND(500, &CDerived::OnChoice)
 END_MESSAGE_MAP()
 
-void Pump(DWORD milliseconds = 0)
+void Pump(DWORD milliseconds)
 {
-    const DWORD end = GetTickCount() + milliseconds;
-    do
-    {
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+    for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(5))
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
             DispatchMessageA(&message);
-        if (milliseconds)
-            Sleep(5);
-    } while (static_cast<LONG>(end - GetTickCount()) > 0);
 }
 
 int LivingWindows()
 {
     int count = 0;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND, LPARAM counter)
-        {
-            ++*reinterpret_cast<int*>(counter);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&count));
+    const auto add = [](HWND, LPARAM counter) -> BOOL { return ++*reinterpret_cast<int*>(counter); };
+    EnumThreadWindows(GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&count));
     return count;
 }
+
+class CCountingEdit : public CEdit
+{
+  public:
+    int m_characters = 0;
+
+  protected:
+    void OnChar(UINT character, UINT repeat, UINT flags)
+    {
+        ++m_characters;
+        CEdit::OnChar(character, repeat, flags);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+BEGIN_MESSAGE_MAP(CCountingEdit, CEdit)
+    ON_WM_CHAR()
+END_MESSAGE_MAP()
+
+// A button that handles what its parent hands back.
+class CReflecting : public CButton
+{
+  public:
+    int m_clicks = 0;
+    int m_draws = 0;
+    bool m_pass = false;
+    CBrush m_brush{RGB(1, 2, 3)};
+    void DrawItem(LPDRAWITEMSTRUCT item) override
+    {
+        ++m_draws;
+        CDC::FromHandle(item->hDC)->FillSolidRect(&item->rcItem, RGB(200, 0, 0));
+    }
+
+  protected:
+    BOOL OnClicked() { return ++m_clicks > 0 && !m_pass; }
+    HBRUSH CtlColor(CDC*, UINT type) { return type == CTLCOLOR_BTN ? m_brush : static_cast<HBRUSH>(nullptr); }
+    void OnHot(NMHDR*, LRESULT* result) { *result = 5; }
+    DECLARE_MESSAGE_MAP()
+};
+BEGIN_MESSAGE_MAP(CReflecting, CButton)
+    ON_CONTROL_REFLECT_EX(BN_CLICKED, &CReflecting::OnClicked)
+    ON_WM_CTLCOLOR_REFLECT()
+    ON_NOTIFY_REFLECT(NM_CLICK, &CReflecting::OnHot)
+END_MESSAGE_MAP()
 } // namespace
 
 TEST(Windows, MessagesReachTheirHandlers)
@@ -148,6 +170,13 @@ TEST(Windows, MessagesReachTheirHandlers)
     window.SetTimer(9, 10, nullptr);
     Pump(200);
     EXPECT_EQ(window.m_calls.back(), "timer 9");
+
+    CDerived derived;
+    ASSERT_TRUE(derived.Make());
+    derived.m_calls.clear();
+    derived.SendMessage(WM_COMMAND, 500);
+    derived.SendMessage(WM_COMMAND, 501);
+    EXPECT_EQ(derived.m_calls, (std::vector<std::string>{"derived choice", "range 501"}));
 }
 
 TEST(Windows, PaintAndEraseThroughTheMap)
@@ -161,16 +190,6 @@ TEST(Windows, PaintAndEraseThroughTheMap)
     EXPECT_EQ(dc.GetPixel(100, 50), RGB(10, 20, 30));
     window.MoveWindow(0, 0, 120, 90);
     EXPECT_NE(std::find(window.m_calls.begin(), window.m_calls.end(), "size 120x90"), window.m_calls.end());
-}
-
-TEST(Windows, DerivedMapsComeFirst)
-{
-    CDerived window;
-    ASSERT_TRUE(window.Make());
-    window.m_calls.clear();
-    window.SendMessage(WM_COMMAND, 500);
-    window.SendMessage(WM_COMMAND, 501);
-    EXPECT_EQ(window.m_calls, (std::vector<std::string>{"derived choice", "range 501"}));
 }
 
 TEST(Windows, LifeFromCreationToTheEnd)
@@ -222,26 +241,6 @@ TEST(Windows, ManyRoundsLeaveNothing)
     CWnd::DeleteTempMap();
 }
 
-namespace
-{
-class CCountingEdit : public CEdit
-{
-  public:
-    int m_characters = 0;
-
-  protected:
-    void OnChar(UINT character, UINT repeat, UINT flags)
-    {
-        ++m_characters;
-        CEdit::OnChar(character, repeat, flags);
-    }
-    DECLARE_MESSAGE_MAP()
-};
-BEGIN_MESSAGE_MAP(CCountingEdit, CEdit)
-    ON_WM_CHAR()
-END_MESSAGE_MAP()
-} // namespace
-
 TEST(Windows, SubclassedControlKeepsItsOwnBehaviour)
 {
     CRecorder parent;
@@ -270,39 +269,6 @@ TEST(Windows, SubclassedControlKeepsItsOwnBehaviour)
     GetWindowTextA(plain, content, sizeof content);
     EXPECT_STREQ(content, "xyz");
 }
-
-namespace
-{
-// A button that handles what its parent hands back.
-class CReflecting : public CButton
-{
-  public:
-    int m_clicks = 0;
-    int m_draws = 0;
-    bool m_pass = false;
-    CBrush m_brush{RGB(1, 2, 3)};
-    void DrawItem(LPDRAWITEMSTRUCT item) override
-    {
-        ++m_draws;
-        CDC::FromHandle(item->hDC)->FillSolidRect(&item->rcItem, RGB(200, 0, 0));
-    }
-
-  protected:
-    BOOL OnClicked()
-    {
-        ++m_clicks;
-        return !m_pass;
-    }
-    HBRUSH CtlColor(CDC*, UINT type) { return type == CTLCOLOR_BTN ? m_brush : static_cast<HBRUSH>(nullptr); }
-    void OnHot(NMHDR*, LRESULT* result) { *result = 5; }
-    DECLARE_MESSAGE_MAP()
-};
-BEGIN_MESSAGE_MAP(CReflecting, CButton)
-    ON_CONTROL_REFLECT_EX(BN_CLICKED, &CReflecting::OnClicked)
-    ON_WM_CTLCOLOR_REFLECT()
-    ON_NOTIFY_REFLECT(NM_CLICK, &CReflecting::OnHot)
-END_MESSAGE_MAP()
-} // namespace
 
 TEST(Windows, ControlsAnswerWhatTheySentToTheirParent)
 {
