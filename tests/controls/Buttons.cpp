@@ -12,10 +12,7 @@
 namespace
 {
 constexpr UINT Button = 100;
-constexpr int Width = 60;
-constexpr int Height = 24;
-constexpr int Left = 20;
-constexpr int Top = 10;
+constexpr int Width = 60, Height = 24, Left = 20, Top = 10;
 constexpr COLORREF Green = 0x00FF00;
 constexpr COLORREF Paper = RGB(250, 240, 200);
 const CPoint Inside(Width / 2, Height / 2);
@@ -31,10 +28,10 @@ enum FaceId : UINT
 };
 
 /// A face of one colour with a hole of two pixels all around.
-Picture MakeFace(FaceId id, COLORREF hole)
+Picture MakeFace(FaceId id)
 {
-    Picture face(Width, Height, 24, 40 + id);
-    face.SetHoleColour(hole);
+    Picture face(Width, Height, 24, 40 + (id == BlueKeyed ? Normal : id));
+    face.SetHoleColour(id == BlueKeyed ? RGB(0, 0, 255) : Green);
     for (int y = 0; y < Height; ++y)
         for (int x = 0; x < Width; ++x)
             face.Set(x, y, x < 2 || y < 2 || x >= Width - 2 || y >= Height - 2);
@@ -108,8 +105,7 @@ class ButtonWorld : public testing::Test
 
     static void Pump()
     {
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
             if (!IsDialogMessageA(GetActiveWindow(), &message))
             {
                 TranslateMessage(&message);
@@ -120,14 +116,10 @@ class ButtonWorld : public testing::Test
     template <class F>
     static bool Until(F condition)
     {
-        for (int tries = 0; tries < 300; ++tries)
-        {
-            Pump();
-            if (condition())
-                return true;
-            Sleep(10);
-        }
-        return false;
+        for (int tries = 0; Pump(), !condition(); ++tries, Sleep(10))
+            if (tries == 300)
+                return false;
+        return true;
     }
 
     /// The face that DrawButton shows now: a letter; its holes show the surface, or the host's paper
@@ -143,46 +135,36 @@ class ButtonWorld : public testing::Test
     }
     std::string Letter(COLORREF colour) const
     {
-        for (const auto& [id, face] : m_faces)
-            if (colour == face.At(Width / 2, Height / 2))
-                return {"?NHPDN"[id]};
+        for (const FaceId id : {Normal, Hover, Pressed, Disabled})
+            if (colour == m_faces[id].At(Width / 2, Height / 2))
+                return {"?NHPD"[id]};
         return "?";
     }
-    /// What stands on the screen, once it is as expected or has had its time.
-    static COLORREF OnScreen(int x, int y, const std::function<bool(COLORREF)>& expected)
+    static COLORREF OnScreen(int x, int y)
     {
-        COLORREF colour = CLR_INVALID;
-        Until(
-            [&]
-            {
-                const HDC context = GetDC(nullptr);
-                colour = GetPixel(context, 50 + x, 60 + y);
-                ReleaseDC(nullptr, context);
-                return expected(colour);
-            });
+        const HDC context = GetDC(nullptr);
+        const COLORREF colour = GetPixel(context, 50 + x, 60 + y);
+        ReleaseDC(nullptr, context);
         return colour;
     }
     static bool IsPaperAt(int x, int y)
     {
-        const auto isPaper = [](COLORREF colour) { return colour == Paper; };
-        return isPaper(OnScreen(x, y, isPaper));
+        return Until([&] { return OnScreen(x, y) == Paper; });
     }
-    /// The face on the screen.
+    /// The face on the screen, once it is as expected or has had its time.
     std::string Seen(const std::string& expected, int x = Left + 4) const
     {
-        return Letter(OnScreen(x, Top + 4, [&](COLORREF colour) { return Letter(colour) == expected; }));
+        return Until([&] { return Letter(OnScreen(x, Top + 4)) == expected; }) ? expected
+                                                                               : Letter(OnScreen(x, Top + 4));
     }
 
-    const std::map<FaceId, Picture> m_faces = {{Normal, MakeFace(Normal, Green)},
-                                               {Hover, MakeFace(Hover, Green)},
-                                               {Pressed, MakeFace(Pressed, Green)},
-                                               {Disabled, MakeFace(Disabled, Green)},
-                                               {BlueKeyed, MakeFace(Normal, RGB(0, 0, 255))}};
-    const PictureLibrary m_library{{{Normal, m_faces.at(Normal).Dib()},
-                                    {Hover, m_faces.at(Hover).Dib()},
-                                    {Pressed, m_faces.at(Pressed).Dib()},
-                                    {Disabled, m_faces.at(Disabled).Dib()},
-                                    {BlueKeyed, m_faces.at(BlueKeyed).Dib()}}};
+    const std::vector<Picture> m_faces = {MakeFace({}),      MakeFace(Normal),   MakeFace(Hover),
+                                          MakeFace(Pressed), MakeFace(Disabled), MakeFace(BlueKeyed)};
+    const PictureLibrary m_library{{{Normal, m_faces[Normal].Dib()},
+                                    {Hover, m_faces[Hover].Dib()},
+                                    {Pressed, m_faces[Pressed].Dib()},
+                                    {Disabled, m_faces[Disabled].Dib()},
+                                    {BlueKeyed, m_faces[BlueKeyed].Dib()}}};
     const HINSTANCE m_formerModule;
     Host m_host;
     Opened<Kind> m_button;
@@ -211,6 +193,7 @@ class Buttons : public ButtonWorld<CGUIButton>
         }
         return seen;
     }
+    void Draw(const Surface& surface) { m_button.DrawButton(CDC::FromHandle(surface.Context())); }
     void Mouse(UINT message, CPoint point) { m_button.SendMessage(message, 0, MAKELPARAM(point.x, point.y)); }
 };
 
@@ -220,8 +203,7 @@ TEST_F(Buttons, ShowTheFaceOfTheirState)
     {
         const char* name;
         std::function<int()> initialize;
-        const char* events;
-        const char* seen;
+        const char *events, *seen;
     } rows[] = {
         {"one face", [&] { return m_button.Initialize(Normal, Green); }, "iduDUdoUdoiu2u",
          "N N_ N! N_ N! N_ N_ N! N_ N_ N_ N! N_ N! "},
@@ -294,7 +276,7 @@ TEST_F(Buttons, DrawTheCaptionInTheColourOfTheirState)
         m_button.Initialize(Normal, Hover, Pressed, Green, given);
         m_button.EnableWindow(enabled);
         SetBkMode(surface.Context(), OPAQUE);
-        m_button.DrawButton(CDC::FromHandle(surface.Context()));
+        Draw(surface);
         EXPECT_EQ(GetTextColor(surface.Context()), expected);
         EXPECT_EQ(GetBkMode(surface.Context()), OPAQUE);
         EXPECT_EQ(GetCurrentObject(surface.Context(), OBJ_FONT), GetStockObject(DEFAULT_GUI_FONT));
@@ -346,7 +328,7 @@ TEST_F(Buttons, PutCaptionAndFocusWhereTheyBelong)
             Pump();
             Mouse(pressed ? WM_LBUTTONDOWN : WM_LBUTTONUP, Inside);
             focusRect = {};
-            m_button.DrawButton(CDC::FromHandle(surface.Context()));
+            Draw(surface);
             EXPECT_EQ(CRect(textRect), given + moved);
             EXPECT_EQ(textFormat, UINT{DT_CENTER | DT_VCENTER | DT_SINGLELINE});
             EXPECT_EQ(textFont.lfWeight, FW_BOLD);
@@ -369,12 +351,12 @@ TEST_F(Buttons, PutCaptionAndFocusWhereTheyBelong)
     Mouse(WM_LBUTTONUP, Inside);
     m_button.ModifyStyle(WS_TABSTOP, 0);
     focusRect = {};
-    m_button.DrawButton(CDC::FromHandle(surface.Context()));
+    Draw(surface);
     EXPECT_EQ(CRect(focusRect), CRect()) << "not reached by Tab";
     m_button.ModifyStyle(0, WS_TABSTOP);
     m_host.SetFocus();
     Pump();
-    m_button.DrawButton(CDC::FromHandle(surface.Context()));
+    Draw(surface);
     EXPECT_EQ(CRect(focusRect), CRect()) << "no focus";
 }
 
@@ -409,9 +391,8 @@ TEST_F(Buttons, KnowTheirShapeAndPlace)
     EXPECT_EQ(Play("du").substr(0, 1), "?");
 }
 
-class MirroredButtons : public ButtonWorld<CGUIButton>
+struct MirroredButtons : ButtonWorld<CGUIButton>
 {
-  protected:
     MirroredButtons() : ButtonWorld(WS_EX_LAYOUTRTL) {}
 };
 
@@ -434,23 +415,10 @@ TEST_F(Buttons, AnswerRealMouseAndKeyboard)
     m_host.painted = &m_button;
     m_host.Invalidate();
     SetForegroundWindow(m_host.m_hWnd);
-    const auto mouse = [](DWORD flags)
+    const auto key = [](BYTE code)
     {
-        INPUT input = {};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flags;
-        SendInput(1, &input, sizeof input);
-    };
-    const auto key = [](WORD code)
-    {
-        INPUT inputs[2] = {};
-        for (INPUT& input : inputs)
-        {
-            input.type = INPUT_KEYBOARD;
-            input.ki.wVk = code;
-        }
-        inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
-        SendInput(2, inputs, sizeof inputs[0]);
+        keybd_event(code, 0, 0, 0);
+        keybd_event(code, 0, KEYEVENTF_KEYUP, 0);
     };
     const auto clicked = [&](int times) { return Until([&] { return m_host.clicks == times; }); };
     SetCursorPos(5, 5);
@@ -458,9 +426,9 @@ TEST_F(Buttons, AnswerRealMouseAndKeyboard)
     SetCursorPos(50 + Left + 10, 60 + Top + 10);
     EXPECT_EQ(Seen("H"), "H");
     EXPECT_TRUE(Until([] { return GetCursor() == LoadCursorA(nullptr, IDC_HAND); }));
-    mouse(MOUSEEVENTF_LEFTDOWN);
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     EXPECT_EQ(Seen("P"), "P");
-    mouse(MOUSEEVENTF_LEFTUP);
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
     EXPECT_TRUE(clicked(1));
     SetCursorPos(5, 5);
     EXPECT_EQ(Seen("N"), "N");
@@ -487,7 +455,7 @@ TEST_F(Buttons, LeaveNoObjectBehind)
                 m_button.InitializeNoStretch(Normal, Green);
             m_button.SetDisabledBitmap(Disabled, Green);
             m_button.SetTextSize(8 + i % 3);
-            m_button.DrawButton(CDC::FromHandle(surface.Context()));
+            Draw(surface);
             CGUIButton other;
         }
         return CountGdiObjects();
@@ -496,9 +464,7 @@ TEST_F(Buttons, LeaveNoObjectBehind)
     EXPECT_EQ(rounds(996), early);
 }
 
-class OwnButtons : public ButtonWorld<COwnButton>
-{
-};
+using OwnButtons = ButtonWorld<COwnButton>;
 
 TEST_F(OwnButtons, PaintThemselvesOverTheParentsBackground)
 {

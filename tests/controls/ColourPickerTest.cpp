@@ -1,14 +1,17 @@
 // The colour picker and its pop-up as a user meets them: real windows, messages and input, pixels read from the screen.
 #include "controls/CColourPicker.h"
 #include "controls/CColourPopup.h"
+#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
+#include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <commctrl.h>
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -20,53 +23,25 @@ constexpr int PickerId = 7;
 
 struct Cell
 {
-    int red, green, blue;
+    unsigned rgb; // red first
     const char* name;
 
-    COLORREF Colour() const { return RGB(red, green, blue); }
+    constexpr COLORREF Colour() const { return RGB(rgb >> 16, rgb >> 8 & 0xFF, rgb & 0xFF); }
 };
+// clang-format off
 const Cell Cells[] = {
-    {0, 0, 0, "Black"},
-    {165, 42, 0, "Brown"},
-    {0, 64, 64, "Dark Olive Green"},
-    {0, 85, 0, "Dark Green"},
-    {0, 0, 94, "Dark Teal"},
-    {0, 0, 139, "Dark blue"},
-    {75, 0, 130, "Indigo"},
-    {40, 40, 40, "Dark grey"},
-    {139, 0, 0, "Dark red"},
-    {255, 104, 32, "Orange"},
-    {139, 139, 0, "Dark yellow"},
-    {0, 147, 0, "Green"},
-    {56, 142, 142, "Teal"},
-    {0, 0, 255, "Blue"},
-    {123, 123, 192, "Blue-grey"},
-    {102, 102, 102, "Grey - 40"},
-    {255, 0, 0, "Red"},
-    {255, 173, 91, "Light orange"},
-    {50, 205, 50, "Lime"},
-    {60, 179, 113, "Sea green"},
-    {127, 255, 212, "Aqua"},
-    {125, 158, 192, "Light blue"},
-    {128, 0, 128, "Violet"},
-    {127, 127, 127, "Grey - 50"},
-    {255, 192, 203, "Pink"},
-    {255, 215, 0, "Gold"},
-    {255, 255, 0, "Yellow"},
-    {0, 255, 0, "Bright green"},
-    {64, 224, 208, "Turquoise"},
-    {192, 255, 255, "Skyblue"},
-    {72, 0, 72, "Plum"},
-    {192, 192, 192, "Light grey"},
-    {255, 228, 225, "Rose"},
-    {210, 180, 140, "Tan"},
-    {255, 255, 224, "Light yellow"},
-    {152, 251, 152, "Pale green "},
-    {175, 238, 238, "Pale turquoise"},
-    {104, 131, 139, "Pale blue"},
-    {230, 230, 250, "Lavender"},
-    {255, 255, 255, "White"},
+    {0x000000, "Black"},          {0xA52A00, "Brown"},        {0x004040, "Dark Olive Green"}, {0x005500, "Dark Green"},
+    {0x00005E, "Dark Teal"},      {0x00008B, "Dark blue"},    {0x4B0082, "Indigo"},       {0x282828, "Dark grey"},
+    {0x8B0000, "Dark red"},       {0xFF6820, "Orange"},       {0x8B8B00, "Dark yellow"},  {0x009300, "Green"},
+    {0x388E8E, "Teal"},           {0x0000FF, "Blue"},         {0x7B7BC0, "Blue-grey"},    {0x666666, "Grey - 40"},
+    {0xFF0000, "Red"},            {0xFFAD5B, "Light orange"}, {0x32CD32, "Lime"},         {0x3CB371, "Sea green"},
+    {0x7FFFD4, "Aqua"},           {0x7D9EC0, "Light blue"},   {0x800080, "Violet"},       {0x7F7F7F, "Grey - 50"},
+    {0xFFC0CB, "Pink"},           {0xFFD700, "Gold"},         {0xFFFF00, "Yellow"},       {0x00FF00, "Bright green"},
+    {0x40E0D0, "Turquoise"},      {0xC0FFFF, "Skyblue"},      {0x480048, "Plum"},         {0xC0C0C0, "Light grey"},
+    {0xFFE4E1, "Rose"},           {0xD2B48C, "Tan"},          {0xFFFFE0, "Light yellow"}, {0x98FB98, "Pale green "},
+    {0xAFEEEE, "Pale turquoise"}, {0x68838B, "Pale blue"},    {0xE6E6FA, "Lavender"},     {0xFFFFFF, "White"},
 };
+// clang-format on
 static_assert(std::size(Cells) == 40);
 
 struct Notification
@@ -83,26 +58,10 @@ std::ostream& operator<<(std::ostream& out, const Notification& notification)
     return out << "WM_USER+" << notification.message - WM_USER << " colour 0x" << std::hex << notification.colour
                << std::dec << " id " << notification.id;
 }
-Notification Change(COLORREF colour)
-{
-    return {WM_USER + 1001, colour, PickerId};
-}
-Notification Opened(COLORREF colour)
-{
-    return {WM_USER + 1002, colour, PickerId};
-}
-Notification Closed(COLORREF colour)
-{
-    return {WM_USER + 1003, colour, PickerId};
-}
-Notification Ok(COLORREF colour)
-{
-    return {WM_USER + 1004, colour, PickerId};
-}
-Notification Cancelled(COLORREF colour)
-{
-    return {WM_USER + 1005, colour, PickerId};
-}
+constexpr auto Told = [](UINT number) {
+    return [number](COLORREF colour) { return Notification{WM_USER + number, colour, PickerId}; };
+};
+constexpr auto Change = Told(1001), Opened = Told(1002), Closed = Told(1003), Ok = Told(1004), Cancelled = Told(1005);
 
 /// Handles the messages that are there, and those that real input brings within a moment.
 void Pump(DWORD milliseconds = 0)
@@ -110,14 +69,9 @@ void Pump(DWORD milliseconds = 0)
     const DWORD end = GetTickCount() + milliseconds;
     do
     {
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
-        {
-            TranslateMessage(&message);
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
             DispatchMessageA(&message);
-        }
-        if (milliseconds)
-            Sleep(5);
+        Sleep(milliseconds ? 5 : 0);
     } while (GetTickCount() < end);
 }
 
@@ -160,19 +114,16 @@ class Host : public CWnd
     }
 };
 
-/// The client rectangle of a cell of the given pop-up, worked out from the pop-up's size.
-CRect CellRect(HWND popup, int index, bool hasDefault = true, bool hasCustom = true)
+/// The client rectangle of a cell, or of the custom box, of a pop-up with both boxes.
+CRect CellRect(HWND popup, int index)
 {
     RECT client;
     GetClientRect(popup, &client);
-    const int margin = GetSystemMetrics(SM_CXEDGE), grid = 5 * 18, boxes = hasDefault + hasCustom;
-    const int box = boxes ? (client.bottom - 2 * margin - grid) / boxes : 0; // with its margin
-    const int top = margin + (hasDefault ? box : 0);
-    if (index == Default)
-        return {margin, margin, client.right - margin, box};
+    const int margin = GetSystemMetrics(SM_CXEDGE), grid = 5 * 18;
+    const int box = (client.bottom - 2 * margin - grid) / 2; // with its margin
     if (index == Custom)
-        return {margin, top + grid + margin, client.right - margin, client.bottom - margin};
-    return {CPoint(margin + 18 * (index % 8), top + 18 * (index / 8)), CSize(18, 18)};
+        return {margin, 2 * margin + box + grid, client.right - margin, client.bottom - margin};
+    return {CPoint(margin + 18 * (index % 8), margin + box + 18 * (index / 8)), CSize(18, 18)};
 }
 
 void Mouse(HWND window, UINT message, POINT point)
@@ -187,6 +138,11 @@ COLORREF Pixel(HWND window, POINT client)
     const COLORREF pixel = GetPixel(dc, client.x, client.y);
     ReleaseDC(window, dc);
     return pixel;
+}
+
+void Key(HWND window, int code, LPARAM lParam = 0)
+{
+    SendMessageA(window, WM_KEYDOWN, code, lParam);
 }
 
 TEST(ColourPickerTest, EveryCellIsDrawnHoveredAndChosen)
@@ -216,21 +172,18 @@ TEST(ColourPickerTest, EveryCellIsDrawnHoveredAndChosen)
     }
 }
 
-// Starting from a cell (or the automatic colour, or a colour of no cell), the keys L R U D, and the cells that they
-// lead to, one after the other.
-struct KeyCase
-{
-    bool hasDefault, hasCustom;
-    COLORREF start;
-    const char* keys;
-    std::vector<int> cells;
-    bool mirrored = false;
-};
-
 TEST(ColourPickerTest, ArrowKeysLeadThroughTheGridAndTheBoxes)
 {
     const auto cell = [](int index) { return Cells[index].Colour(); };
-    const KeyCase cases[] = {
+    // From a cell (or the automatic colour, or a colour of no cell), the keys L R U D, and the cells that they lead to.
+    const struct
+    {
+        bool hasDefault, hasCustom;
+        COLORREF start;
+        const char* keys;
+        std::vector<int> cells;
+        bool mirrored = false;
+    } cases[] = {
         {true, true, cell(9), "RDLU", {10, 18, 17, 9}},
         {true, true, cell(7), "RL", {8, 7}},
         {true, true, cell(0), "LRUD", {Default, 0, Default, 0}},
@@ -256,7 +209,7 @@ TEST(ColourPickerTest, ArrowKeysLeadThroughTheGridAndTheBoxes)
         {true, true, cell(0), "RL", {Default, 0}, true},
         {true, true, cell(7), "LDR", {8, 16, 15}, true},
     };
-    for (const KeyCase& row : cases)
+    for (const auto& row : cases)
     {
         SCOPED_TRACE(std::string(row.keys) + " from " + std::to_string(row.start) + (row.hasDefault ? " D" : "") +
                      (row.hasCustom ? " C" : ""));
@@ -266,17 +219,11 @@ TEST(ColourPickerTest, ArrowKeysLeadThroughTheGridAndTheBoxes)
         host.picker.SetColour(row.start);
         const HWND popup = host.Open();
         for (const char* key = row.keys; *key; ++key)
-            SendMessageA(popup, WM_KEYDOWN,
-                         *key == 'L'   ? VK_LEFT
-                         : *key == 'R' ? VK_RIGHT
-                         : *key == 'U' ? VK_UP
-                                       : VK_DOWN,
-                         0);
+            Key(popup, *key == 'L' ? VK_LEFT : *key == 'R' ? VK_RIGHT : *key == 'U' ? VK_UP : VK_DOWN);
         Notifications expected = {Opened(row.start)};
         for (const int index : row.cells)
             expected.push_back(Change(index == Default ? Automatic : index == Custom ? row.start : cell(index)));
-        EXPECT_EQ(host.heard, expected);
-        SendMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
+        Key(popup, VK_ESCAPE);
         expected.push_back(Closed(row.start));
         expected.push_back(Cancelled(row.start));
         EXPECT_EQ(host.heard, expected);
@@ -292,39 +239,26 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
     const Notifications cancelled = {Opened(start), Closed(start), Cancelled(start)};
     const Notifications automatic = {Opened(start), Change(Automatic), Closed(Automatic), Ok(Automatic)};
     const Notifications changedThenCancelled = {Opened(start), Change(other), Closed(start), Cancelled(start)};
-    const auto key = [](HWND popup, int code) { SendMessageA(popup, WM_KEYDOWN, code, 0); };
     const struct
     {
         const char* what;
         std::function<void(Host&, HWND popup)> end;
         const Notifications& expected;
     } ends[] = {
-        {"Return", [&](Host&, HWND popup) { key(popup, VK_RETURN); }, chosen},
-        {"Space", [&](Host&, HWND popup) { key(popup, VK_SPACE); }, chosen},
-        {"the automatic box",
-         [](Host&, HWND popup) {
-             Mouse(popup, WM_LBUTTONUP, {60, 10});
-         },
-         automatic},
-        {"Escape", [&](Host&, HWND popup) { key(popup, VK_ESCAPE); }, cancelled},
-        {"Escape after a move",
-         [&](Host&, HWND popup)
-         {
-             key(popup, VK_RIGHT);
-             key(popup, VK_ESCAPE);
-         },
-         changedThenCancelled},
-        {"a click outside",
-         [](Host&, HWND popup) {
-             Mouse(popup, WM_LBUTTONUP, {-5, 30});
-         },
-         cancelled},
+        // clang-format off
+        {"Return", [](Host&, HWND popup) { Key(popup, VK_RETURN); }, chosen},
+        {"Space", [](Host&, HWND popup) { Key(popup, VK_SPACE); }, chosen},
+        {"the automatic box", [](Host&, HWND popup) { Mouse(popup, WM_LBUTTONUP, {60, 10}); }, automatic},
+        {"Escape", [](Host&, HWND popup) { Key(popup, VK_ESCAPE); }, cancelled},
+        {"Escape later", [](Host&, HWND popup) { Key(popup, VK_RIGHT); Key(popup, VK_ESCAPE); }, changedThenCancelled},
+        {"a click outside", [](Host&, HWND popup) { Mouse(popup, WM_LBUTTONUP, {-5, 30}); }, cancelled},
         {"WM_CLOSE", [](Host&, HWND popup) { SendMessageA(popup, WM_CLOSE, 0, 0); }, cancelled},
         {"lost focus", [](Host& host, HWND) { host.SetFocus(); }, cancelled},
         {"lost capture", [](Host&, HWND) { ReleaseCapture(); }, cancelled},
         {"destroyed by others", [](Host&, HWND popup) { DestroyWindow(popup); }, cancelled},
         {"the picker dies", [](Host& host, HWND) { host.picker.DestroyWindow(); }, cancelled},
         {"the parent dies", [](Host& host, HWND) { host.DestroyWindow(); }, cancelled},
+        // clang-format on
     };
     for (const auto& [what, end, expected] : ends)
     {
@@ -347,8 +281,8 @@ TEST(ColourPickerTest, WhatIsHeldDownOrMissesACellEndsNothing)
 {
     Host host;
     const HWND popup = host.Open();
-    SendMessageA(popup, WM_KEYDOWN, VK_SPACE, 0x40000001); // the key that opened the pop-up repeats
-    Mouse(popup, WM_LBUTTONUP, {0, 0});                    // on the edge
+    Key(popup, VK_SPACE, 0x40000001);   // the key that opened the pop-up repeats
+    Mouse(popup, WM_LBUTTONUP, {0, 0}); // on the edge
     host.picker.SendMessage(BM_CLICK);
     EXPECT_EQ(host.heard, Notifications{Opened(0xFFFFFF)}) << "one pop-up only";
     EXPECT_TRUE(IsWindow(popup));
@@ -406,24 +340,12 @@ HWND FoundDialog;
 
 void CALLBACK AnswerDialog(HWND, UINT, UINT_PTR timer, DWORD)
 {
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM) -> BOOL
-        {
-            char name[32] = "";
-            GetClassNameA(window, name, sizeof name);
-            if (std::string(name) == "#32770")
-                FoundDialog = window;
-            return TRUE;
-        },
-        0);
+    FoundDialog = FindWindowA("#32770", nullptr);
     if (!FoundDialog)
         return;
     KillTimer(nullptr, timer);
-    constexpr int red = 706, green = 707, blue = 708; // the dialog's number fields
-    SetDlgItemInt(FoundDialog, red, 11, FALSE);
-    SetDlgItemInt(FoundDialog, green, 22, FALSE);
-    SetDlgItemInt(FoundDialog, blue, 33, FALSE);
+    for (const int field : {0, 1, 2}) // red, green and blue
+        SetDlgItemInt(FoundDialog, 706 + field, 11 * (field + 1), FALSE);
     PostMessageA(FoundDialog, WM_COMMAND, AnswerOk ? IDOK : IDCANCEL, 0);
 }
 
@@ -465,7 +387,7 @@ TEST(ColourPickerTest, TheParentMayDieBehindTheColourDialog)
                  KillTimer(nullptr, timer);
                  dying->DestroyWindow();
              });
-    SendMessageA(popup, WM_KEYDOWN, VK_RETURN, 0);
+    Key(popup, VK_RETURN);
     EXPECT_FALSE(IsWindow(popup));
     EXPECT_FALSE(host.m_hWnd);
     EXPECT_EQ(host.heard, (Notifications{Opened(Outside), Closed(Outside), Cancelled(Outside)}));
@@ -491,9 +413,9 @@ TEST(ColourPickerTest, IsLaidOutByItsTextsAndMargins)
         SendMessageA(popup, WM_CLOSE, 0, 0);
         return rect.Size();
     };
-    const CSize bare = size("", nullptr), oneBox = size("A", ""), otherBox = size("", "B"), both = size("A", "B");
+    const CSize bare = size("", nullptr), oneBox = size("A", ""), both = size("A", "B");
     EXPECT_EQ(bare, CSize(8 * 18 + 2 * margin, 5 * 18 + 2 * margin));
-    EXPECT_EQ(oneBox, otherBox);
+    EXPECT_EQ(oneBox, size("", "B"));
     EXPECT_EQ(both.cy - bare.cy, 2 * (oneBox.cy - bare.cy));
 
     NONCLIENTMETRICSA metrics = {};
@@ -501,14 +423,11 @@ TEST(ColourPickerTest, IsLaidOutByItsTextsAndMargins)
     SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     CFont font;
     font.CreateFontIndirect(&metrics.lfMessageFont);
-    CSize text;
     const std::string longText(60, 'W');
-    {
-        CClientDC dc(&host);
-        CFont* old = dc.SelectObject(&font);
-        text = dc.GetTextExtent(longText.c_str());
-        dc.SelectObject(old);
-    }
+    CClientDC dc(&host);
+    CFont* old = dc.SelectObject(&font);
+    const CSize text = dc.GetTextExtent(longText.c_str());
+    dc.SelectObject(old);
     EXPECT_EQ(size("A", longText.c_str()).cx, text.cx + 2 * margin);
     EXPECT_GE(oneBox.cy - bare.cy, text.cy + margin);
 
@@ -535,19 +454,10 @@ TEST(ColourPickerTest, ToolTipsNameTheColours)
 {
     Host host;
     const HWND popup = host.Open();
-    static HWND tips;
-    tips = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM owner) -> BOOL
-        {
-            char name[32] = "";
-            GetClassNameA(window, name, sizeof name);
-            if (std::string(name) == TOOLTIPS_CLASSA && GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(owner))
-                tips = window;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(popup));
+    HWND tips = nullptr;
+    do
+        tips = FindWindowExA(nullptr, tips, TOOLTIPS_CLASSA, nullptr);
+    while (tips && GetWindow(tips, GW_OWNER) != popup);
     ASSERT_TRUE(tips);
     ASSERT_EQ(SendMessageA(tips, TTM_GETTOOLCOUNT, 0, 0), 40);
     for (int index = 0; index < 40; ++index)
@@ -658,16 +568,11 @@ TEST(ColourPickerTest, TheFaceShowsTheColour)
     EXPECT_EQ(GetWindowLongPtrA(host.picker, GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
 }
 
-HWND WINAPI NoWindow(DWORD, LPCSTR, LPCSTR, DWORD, int, int, int, int, HWND, HMENU, HINSTANCE, LPVOID)
-{
-    return nullptr;
-}
-
 TEST(ColourPickerTest, WithoutAWindowNothingOpens)
 {
     Host host;
     {
-        const IatPatch refuse(GetModuleHandleA("tvkframe.dll"), "CreateWindowExA", NoWindow);
+        const Watch<decltype(&CreateWindowExA)> refuse("CreateWindowExA", 1, GetModuleHandleA("tvkframe.dll"));
         EXPECT_FALSE(host.Open());
         EXPECT_EQ(host.heard, Notifications{});
     }
@@ -675,28 +580,18 @@ TEST(ColourPickerTest, WithoutAWindowNothingOpens)
     EXPECT_EQ(host.heard, Notifications{Opened(0xFFFFFF)});
 }
 
-struct Objects
+int CountWindows()
 {
-    int drawing = 0, windows = 0;
-
-    bool operator==(const Objects&) const = default;
-};
-
-Objects CountObjects()
-{
-    Objects count;
+    int windows = 0;
     for (ULONG_PTR handle = 1; handle <= 0xFFFF; ++handle)
-    {
-        count.drawing += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
-        count.windows += IsWindow(reinterpret_cast<HWND>(handle)) != 0;
-    }
-    return count;
+        windows += IsWindow(reinterpret_cast<HWND>(handle));
+    return windows;
 }
 
 TEST(ColourPickerTest, AThousandPopUpsLeaveNothingBehind)
 {
     Host host;
-    Objects afterTen;
+    std::pair<int, int> afterTen;
     for (int round = 0; round < 1000; ++round)
     {
         const HWND popup = host.Open();
@@ -706,13 +601,11 @@ TEST(ColourPickerTest, AThousandPopUpsLeaveNothingBehind)
         if (round % 2)
             Mouse(popup, WM_LBUTTONUP, centre);
         else
-            SendMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
+            Key(popup, VK_ESCAPE);
         Pump();
         if (round == 9)
-            afterTen = CountObjects();
+            afterTen = {CountGdiObjects(), CountWindows()};
     }
-    const Objects afterAThousand = CountObjects();
-    EXPECT_EQ(afterAThousand.drawing, afterTen.drawing);
-    EXPECT_EQ(afterAThousand.windows, afterTen.windows);
+    EXPECT_EQ(std::pair(CountGdiObjects(), CountWindows()), afterTen);
 }
 } // namespace

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <cstdio>
-#include <functional>
 #include <memory>
 
 namespace
@@ -73,10 +72,19 @@ TEST(Drawing, ShowsTheBackgroundThroughTheHoles)
 class SavedDrawing : public testing::Test
 {
   protected:
-    void Load(CRect* rect = nullptr)
+    void Load(bool save = true, CRect* rect = nullptr)
     {
-        m_bitmap.SetSaveBmp(TRUE);
+        m_bitmap.SetSaveBmp(save);
         ASSERT_TRUE(m_bitmap.LoadTransparent(m_library.Module(), 1, m_picture.Key(), rect));
+    }
+    void Draw(int cx = 0, int cy = 0) { ::Draw(m_bitmap, m_surface, 0, 0, cx, cy); }
+    /// Draws on noise: the whole picture must stand over it.
+    void ExpectDrawnOver(unsigned seed, const char* what)
+    {
+        m_surface.FillWithNoise(seed);
+        const auto expected = Expected();
+        Draw();
+        EXPECT_EQ(m_surface.Pixels(), expected) << what;
     }
     std::vector<COLORREF> Expected() const { return Over(m_surface.Pixels(), m_picture, 0, 0); }
 
@@ -90,27 +98,20 @@ TEST_F(SavedDrawing, CapturesTheBackgroundOnce)
 {
     Load();
     const auto first = Expected();
-    Draw(m_bitmap, m_surface, 0, 0);
+    Draw();
     m_surface.FillWithNoise(2);
     auto second = m_surface.Pixels();
-    Draw(m_bitmap, m_surface, 0, 0);
+    Draw();
     for (int y = 0; y < m_picture.Height(); ++y)
         for (int x = 0; x < m_picture.Width(); ++x)
             second[static_cast<size_t>(y * Side + x)] = first[static_cast<size_t>(y * Side + x)];
     EXPECT_EQ(m_surface.Pixels(), second) << "the first draw's background";
 
-    m_surface.FillWithNoise(3);
     m_bitmap.SetOverlap(TRUE);
-    const auto third = Expected();
-    Draw(m_bitmap, m_surface, 0, 0);
-    EXPECT_EQ(m_surface.Pixels(), third) << "this draw's background";
-
+    ExpectDrawnOver(3, "this draw's background");
     m_bitmap.SetOverlap(FALSE);
     Load();
-    m_surface.FillWithNoise(4);
-    const auto fourth = Expected();
-    Draw(m_bitmap, m_surface, 0, 0);
-    EXPECT_EQ(m_surface.Pixels(), fourth) << "a load captures anew";
+    ExpectDrawnOver(4, "a load captures anew");
 }
 
 TEST_F(SavedDrawing, TakesABackgroundFromOutside)
@@ -122,57 +123,45 @@ TEST_F(SavedDrawing, TakesABackgroundFromOutside)
     m_bitmap.SetOverlap(TRUE); // captures at every draw, but never over what was supplied
     ASSERT_TRUE(m_bitmap.SetBkgnd(CDC::FromHandle(other.Context()), &area));
     EXPECT_FALSE(m_bitmap.SetBkgnd(static_cast<CDC*>(nullptr), &area));
-    Draw(m_bitmap, m_surface, 0, 0);
+    Draw();
     for (int y = 0; y < m_picture.Height(); ++y)
         for (int x = 0; x < m_picture.Width(); ++x)
             ASSERT_EQ(GetPixel(m_surface.Context(), x, y),
                       m_picture.IsHole(x, y) ? GetPixel(other.Context(), 3 + x, 4 + y) : m_picture.At(x, y));
 }
 
-TEST_F(SavedDrawing, TakesTheClipRegionOfTheContextAway)
+TEST_F(SavedDrawing, ClipsToItsOwnOrAnotherRegionAndInSaveModeTakesTheContextsAway)
 {
     for (const bool save : {true, false})
     {
-        m_bitmap.SetSaveBmp(save);
-        ASSERT_TRUE(m_bitmap.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr));
+        Load(save);
         m_surface.FillWithNoise(1);
-        const auto before = m_surface.Pixels();
-        const auto whole = Expected();
+        const auto before = m_surface.Pixels(), whole = Expected();
         IntersectClipRect(m_surface.Context(), 0, 0, 1, 1);
-        Draw(m_bitmap, m_surface, 0, 0);
+        Draw();
         RECT box;
         EXPECT_EQ(GetClipBox(m_surface.Context(), &box), SIMPLEREGION);
         EXPECT_EQ(box.right, save ? Side : 1);
         SelectClipRgn(m_surface.Context(), nullptr);
         EXPECT_EQ(m_surface.Pixels() == whole, save);
         EXPECT_EQ(std::equal(before.begin() + 1, before.end(), m_surface.Pixels().begin() + 1), !save);
-    }
-}
 
-TEST_F(SavedDrawing, ClipsToAnotherRegion)
-{
-    for (const bool save : {true, false})
-    {
-        m_bitmap.SetSaveBmp(save);
-        ASSERT_TRUE(m_bitmap.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr));
+        Load(save);
         m_surface.FillWithNoise(1);
         const HRGN left = CreateRectRgn(-5, 0, 6, 100);
         m_bitmap.SetClipRgn(CreateRectRgn(0, 0, 1, 1)); // replaced at once
         m_bitmap.SetClipRgn(left);
         DeleteObject(left);
-        auto expected = m_surface.Pixels();
-        const auto whole = Expected();
+        auto expected = before;
         for (int y = 0; y < m_picture.Height(); ++y)
             std::copy_n(whole.begin() + y * Side, 6, expected.begin() + y * Side);
-        Draw(m_bitmap, m_surface, 0, 0);
+        Draw();
         EXPECT_EQ(m_surface.Pixels(), expected);
 
         m_bitmap.SetClipRgn(nullptr);
         m_bitmap.SetOverlap(TRUE);
-        m_surface.FillWithNoise(2);
-        const auto again = Expected();
-        Draw(m_bitmap, m_surface, 0, 0);
-        EXPECT_EQ(m_surface.Pixels(), again) << "back to the bitmap's own region";
+        ExpectDrawnOver(2, "back to the bitmap's own region");
+        m_bitmap.SetOverlap(FALSE);
     }
 }
 
@@ -186,8 +175,7 @@ TEST_F(SavedDrawing, StretchesWhenLoadedAndKeepsThatSizeWhenDrawn)
     const COLORREF hole = RGB(GetBValue(m_picture.Key()), GetGValue(m_picture.Key()), GetRValue(m_picture.Key()));
     for (const bool save : {true, false})
     {
-        m_bitmap.SetSaveBmp(save);
-        ASSERT_TRUE(m_bitmap.LoadTransparent(m_library.Module(), 1, m_picture.Key(), &larger));
+        Load(save, &larger);
         for (const int scale : {0, 1, 2})
         {
             m_surface.FillWithNoise(1);
@@ -198,7 +186,7 @@ TEST_F(SavedDrawing, StretchesWhenLoadedAndKeepsThatSizeWhenDrawn)
                         expected[static_cast<size_t>(y * Side + x)] =
                             GetPixel(source, x / std::max(scale, 1), y / std::max(scale, 1));
             m_bitmap.SetOverlap(TRUE);
-            Draw(m_bitmap, m_surface, 0, 0, 24 * scale, 19 * scale);
+            Draw(24 * scale, 19 * scale);
             EXPECT_EQ(m_surface.Pixels(), expected) << save << ", " << scale;
         }
     }
@@ -219,7 +207,7 @@ TEST_F(SavedDrawing, FailsWithoutATraceOnTheSurface)
     const auto tried = [&](HRGN region, const char* what)
     {
         EXPECT_FALSE(region) << what;
-        Draw(m_bitmap, m_surface, 0, 0);
+        Draw();
         EXPECT_EQ(m_surface.Pixels(), before) << what;
     };
     const COLORREF key = m_picture.Key();
@@ -237,16 +225,14 @@ TEST_F(SavedDrawing, FailsWithoutATraceOnTheSurface)
         tried(m_bitmap.LoadTransparent(1, junk.Path().c_str(), key, nullptr), "a file that is no bitmap");
         // What these show is the system's affair.
         m_bitmap.LoadTransparent(1, cut.Path().c_str(), key, nullptr);
-        Draw(m_bitmap, m_surface, 0, 0);
+        Draw();
         m_bitmap.LoadTransparent(library.Module(), 1, key, &turned);
-        Draw(m_bitmap, m_surface, 0, 0);
+        Draw();
         m_surface.FillWithNoise(1);
     }
     m_bitmap.TransBlt(nullptr, 0, 0, 0, 0);
-    const auto expected = Expected();
     ASSERT_TRUE(m_bitmap.LoadTransparent(library.Module(), 1, key, nullptr));
-    Draw(m_bitmap, m_surface, 0, 0);
-    EXPECT_EQ(m_surface.Pixels(), expected) << "a good load after all of these";
+    ExpectDrawnOver(2, "a good load after all of these");
 }
 
 TEST_F(SavedDrawing, FindsResourcesInTheCurrentModuleAndLeavesTheContextAsItWas)
@@ -256,11 +242,15 @@ TEST_F(SavedDrawing, FindsResourcesInTheCurrentModuleAndLeavesTheContextAsItWas)
     EXPECT_TRUE(m_bitmap.LoadTransparent(1, m_picture.Key(), nullptr));
     AfxSetResourceHandle(former);
     const HGDIOBJ palette = GetCurrentObject(m_surface.Context(), OBJ_PAL);
-    const auto expected = Expected();
-    Draw(m_bitmap, m_surface, 0, 0);
-    EXPECT_EQ(m_surface.Pixels(), expected);
+    ExpectDrawnOver(1, "found");
     EXPECT_EQ(GetCurrentObject(m_surface.Context(), OBJ_PAL), palette);
     EXPECT_EQ(AfxGetResourceHandle(), former);
+}
+
+template <class F>
+std::shared_ptr<void> Refuse(const char* function, int call, HMODULE caller)
+{
+    return std::make_shared<Watch<F>>(function, call, caller);
 }
 
 TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
@@ -269,44 +259,40 @@ TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
     const struct
     {
         const char* function;
-        std::function<std::shared_ptr<void>(const char*, int, HMODULE)> refuse;
+        std::shared_ptr<void> (*refuse)(const char*, int, HMODULE);
         HMODULE caller;
         int call;
         bool inSavedDraw, inFreshDraw; // whether nothing is drawn then
     } faults[] = {
-#define REFUSED(function, caller, call, saved, fresh)                                                                  \
-    {#function,                                                                                                        \
-     [](const char* name, int nth, HMODULE module)                                                                     \
-     { return std::make_shared<Watch<decltype(&function)>>(name, nth, module); },                                      \
-     caller,                                                                                                           \
-     call,                                                                                                             \
-     saved,                                                                                                            \
-     fresh}
-        REFUSED(CreateCompatibleDC, library, 1, true, true), REFUSED(CreateCompatibleDC, library, 2, true, true),
-        REFUSED(SelectObject, library, 1, true, true),       REFUSED(SelectObject, library, 2, true, true),
-        REFUSED(LoadImageA, library, 1, false, true),        REFUSED(CreateCompatibleBitmap, framework, 1, false, true),
-        REFUSED(CreatePalette, framework, 1, false, false), // drawn without a palette
-        REFUSED(SelectPalette, library, 1, false, false),    REFUSED(SelectPalette, library, 3, false, false),
+#define REFUSED(function) #function, Refuse < decltype(&function)>
+        {REFUSED(CreateCompatibleDC), library, 1, true, true},
+        {REFUSED(CreateCompatibleDC), library, 2, true, true},
+        {REFUSED(SelectObject), library, 1, true, true},
+        {REFUSED(SelectObject), library, 2, true, true},
+        {REFUSED(LoadImageA), library, 1, false, true},
+        {REFUSED(CreateCompatibleBitmap), framework, 1, false, true},
+        {REFUSED(CreatePalette), framework, 1, false, false}, // drawn without a palette
+        {REFUSED(SelectPalette), library, 1, false, false},
+        {REFUSED(SelectPalette), library, 3, false, false},
 #undef REFUSED
     };
     for (const auto& fault : faults)
         for (const bool save : {true, false})
         {
             SCOPED_TRACE(testing::Message() << fault.function << ", call " << fault.call << ", saved " << save);
-            m_bitmap.SetSaveBmp(save);
-            ASSERT_TRUE(m_bitmap.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr));
+            Load(save);
             m_surface.FillWithNoise(1);
             const auto before = m_surface.Pixels(), drawn = Expected();
             const HGDIOBJ palette = GetCurrentObject(m_surface.Context(), OBJ_PAL);
             const int objects = CountGdiObjects();
             {
                 const auto refused = fault.refuse(fault.function, fault.call, fault.caller);
-                Draw(m_bitmap, m_surface, 0, 0);
+                Draw();
             }
             EXPECT_EQ(CountGdiObjects(), objects);
             EXPECT_EQ(GetCurrentObject(m_surface.Context(), OBJ_PAL), palette);
             EXPECT_EQ(m_surface.Pixels(), (save ? fault.inSavedDraw : fault.inFreshDraw) ? before : drawn);
-            Draw(m_bitmap, m_surface, 0, 0);
+            Draw();
             EXPECT_EQ(m_surface.Pixels(), drawn) << "drawn as ever afterwards";
         }
 }
@@ -326,7 +312,7 @@ TEST_F(SavedDrawing, LeavesNoObjectBehind)
             const HRGN clip = CreateRectRgn(0, 0, 5, 5);
             m_bitmap.SetClipRgn(clip);
             DeleteObject(clip);
-            Draw(m_bitmap, m_surface, 0, 0);
+            Draw();
             CTransparentBmp other;
             other.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr);
         }
