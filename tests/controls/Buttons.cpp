@@ -15,8 +15,7 @@ constexpr UINT Button = 100;
 constexpr int Width = 60, Height = 24, Left = 20, Top = 10;
 constexpr COLORREF Green = 0x00FF00;
 constexpr COLORREF Paper = RGB(250, 240, 200);
-const CPoint Inside(Width / 2, Height / 2);
-const CPoint Corner(0, 0); ///< within the window, outside the shape
+const CPoint Inside(Width / 2, Height / 2), Corner(0, 0); ///< the corner: within the window, outside the shape
 
 enum FaceId : UINT
 {
@@ -154,8 +153,8 @@ class ButtonWorld : public testing::Test
     /// The face on the screen, once it is as expected or has had its time.
     std::string Seen(const std::string& expected, int x = Left + 4) const
     {
-        return Until([&] { return Letter(OnScreen(x, Top + 4)) == expected; }) ? expected
-                                                                               : Letter(OnScreen(x, Top + 4));
+        const auto now = [&] { return Letter(OnScreen(x, Top + 4)); };
+        return Until([&] { return now() == expected; }) ? expected : now();
     }
 
     const std::vector<Picture> m_faces = {MakeFace({}),      MakeFace(Normal),   MakeFace(Hover),
@@ -337,20 +336,20 @@ TEST_F(Buttons, PutCaptionAndFocusWhereTheyBelong)
             CRect expected(given.left + 1, given.top + 1, given.right - 2, given.bottom - 2);
             if (*caption)
             {
-                const HFONT font = CreateFontIndirectA(&textFont);
-                const HGDIOBJ former = SelectObject(surface.Context(), font);
-                SIZE extent;
-                GetTextExtentPoint32A(surface.Context(), caption, 2, &extent);
-                SelectObject(surface.Context(), former);
-                DeleteObject(font);
+                CFont font;
+                font.CreateFontIndirect(&textFont);
+                CDC* const context = CDC::FromHandle(surface.Context());
+                CFont* const former = context->SelectObject(&font);
+                const CSize extent = context->GetTextExtent(caption);
+                context->SelectObject(former);
                 expected.SetRect(centre.x - extent.cx / 2 - 1, centre.y - extent.cy / 2 - 1,
                                  centre.x + extent.cx / 2 + 2, centre.y + extent.cy / 2 + 2);
             }
             EXPECT_EQ(CRect(focusRect), expected + moved);
         }
     Mouse(WM_LBUTTONUP, Inside);
-    m_button.ModifyStyle(WS_TABSTOP, 0);
     focusRect = {};
+    m_button.ModifyStyle(WS_TABSTOP, 0);
     Draw(surface);
     EXPECT_EQ(CRect(focusRect), CRect()) << "not reached by Tab";
     m_button.ModifyStyle(0, WS_TABSTOP);

@@ -44,23 +44,16 @@ const Cell Cells[] = {
 // clang-format on
 static_assert(std::size(Cells) == 40);
 
-struct Notification
-{
-    UINT message;
-    COLORREF colour;
-    int id;
+using Notifications = std::vector<std::string>;
 
-    bool operator==(const Notification&) const = default;
-};
-using Notifications = std::vector<Notification>;
-std::ostream& operator<<(std::ostream& out, const Notification& notification)
+/// What the picker tells, in words: the message, the colour and the picker's id.
+std::string Words(UINT message, WPARAM colour, LPARAM id)
 {
-    return out << "WM_USER+" << notification.message - WM_USER << " colour 0x" << std::hex << notification.colour
-               << std::dec << " id " << notification.id;
+    return (testing::Message() << "WM_USER+" << message - WM_USER << std::hex << " colour 0x" << colour << " id " << id)
+        .GetString();
 }
-constexpr auto Told = [](UINT number) {
-    return [number](COLORREF colour) { return Notification{WM_USER + number, colour, PickerId}; };
-};
+constexpr auto Told = [](UINT number)
+{ return [number](COLORREF colour) { return Words(WM_USER + number, colour, PickerId); }; };
 constexpr auto Change = Told(1001), Opened = Told(1002), Closed = Told(1003), Ok = Told(1004), Cancelled = Told(1005);
 
 /// Handles the messages that are there, and those that real input brings within a moment.
@@ -106,7 +99,7 @@ class Host : public CWnd
     {
         if (message > WM_USER + 1000 && message <= WM_USER + 1005)
         {
-            heard.push_back({message, static_cast<COLORREF>(wParam), static_cast<int>(lParam)});
+            heard.push_back(Words(message, wParam, lParam));
             whenTold(message);
             return 0;
         }
@@ -267,13 +260,12 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
         host.picker.SetColour(start);
         host.picker.SetTrackSelection();
         const HWND popup = host.Open();
-        ASSERT_TRUE(IsWindow(popup));
         end(host, popup);
         Pump();
         EXPECT_EQ(host.heard, expected);
         EXPECT_FALSE(IsWindow(popup));
         EXPECT_FALSE(::GetCapture());
-        EXPECT_EQ(host.picker.GetColour(), expected.back().colour);
+        EXPECT_EQ(host.picker.GetColour(), &expected == &automatic ? Automatic : start);
     }
 }
 
@@ -318,16 +310,17 @@ TEST(ColourPickerTest, ModeSaysWhichColourIsEditedAndTrackingShowsIt)
             host.picker.SetSelectionMode(mode);
             host.picker.SetTrackSelection(track);
             const auto edited = [&] { return mode == 1 ? host.picker.GetTextColour() : host.picker.GetBkColour(); };
-            const COLORREF before = edited();
-            const COLORREF untouched = mode == 1 ? host.picker.GetBkColour() : host.picker.GetTextColour();
+            const auto other = [&] { return mode == 1 ? host.picker.GetBkColour() : host.picker.GetTextColour(); };
+            const int cell = static_cast<int>(8 + 2 * mode) + track;
+            const COLORREF before = edited(), untouched = other(), chosen = Cells[cell].Colour();
             const HWND popup = host.Open();
             EXPECT_EQ(host.heard.back(), Opened(before));
-            const CPoint centre = CellRect(popup, 8 + 2 * mode + track).CenterPoint();
+            const CPoint centre = CellRect(popup, cell).CenterPoint();
             Mouse(popup, WM_MOUSEMOVE, centre);
-            EXPECT_EQ(edited(), track ? Cells[8 + 2 * mode + track].Colour() : before);
+            EXPECT_EQ(edited(), track ? chosen : before);
             Mouse(popup, WM_LBUTTONUP, centre);
-            EXPECT_EQ(edited(), Cells[8 + 2 * mode + track].Colour());
-            EXPECT_EQ(mode == 1 ? host.picker.GetBkColour() : host.picker.GetTextColour(), untouched);
+            EXPECT_EQ(edited(), chosen);
+            EXPECT_EQ(other(), untouched);
         }
     EXPECT_EQ(host.picker.GetColour(), host.picker.GetBkColour());
     EXPECT_EQ(host.picker.GetSelectionMode(), 2u);
@@ -335,7 +328,7 @@ TEST(ColourPickerTest, ModeSaysWhichColourIsEditedAndTrackingShowsIt)
 }
 
 // The colour dialog is answered from a timer: its own message loop runs it.
-bool AnswerOk;
+int Answer;
 HWND FoundDialog;
 
 void CALLBACK AnswerDialog(HWND, UINT, UINT_PTR timer, DWORD)
@@ -346,7 +339,7 @@ void CALLBACK AnswerDialog(HWND, UINT, UINT_PTR timer, DWORD)
     KillTimer(nullptr, timer);
     for (const int field : {0, 1, 2}) // red, green and blue
         SetDlgItemInt(FoundDialog, 706 + field, 11 * (field + 1), FALSE);
-    PostMessageA(FoundDialog, WM_COMMAND, AnswerOk ? IDOK : IDCANCEL, 0);
+    PostMessageA(FoundDialog, WM_COMMAND, Answer, 0);
 }
 
 TEST(ColourPickerTest, TheCustomBoxAsksTheColourDialog)
@@ -357,7 +350,7 @@ TEST(ColourPickerTest, TheCustomBoxAsksTheColourDialog)
             Host host;
             host.picker.SetColour(start);
             const HWND popup = host.Open();
-            AnswerOk = ok;
+            Answer = ok ? IDOK : IDCANCEL;
             FoundDialog = nullptr;
             SetTimer(nullptr, 0, 20, AnswerDialog);
             Mouse(popup, WM_LBUTTONUP, CellRect(popup, Custom).CenterPoint());
@@ -471,8 +464,7 @@ TEST(ColourPickerTest, ToolTipsNameTheColours)
         EXPECT_EQ(CRect(tool.rect), CellRect(popup, index)) << index;
     }
     // The pointer rests on a cell: its name appears.
-    const CPoint centre = CellRect(popup, 9).CenterPoint();
-    POINT screen = centre;
+    CPoint screen = CellRect(popup, 9).CenterPoint();
     ClientToScreen(popup, &screen);
     SetCursorPos(screen.x, screen.y);
     Pump(1500);
@@ -500,17 +492,12 @@ TEST(ColourPickerTest, WorksByRealInput)
             Pump(100);
         };
         click(host.picker, {10, 10});
-        HWND popup = ::GetCapture();
-        ASSERT_TRUE(IsWindow(popup));
-        click(popup, CellRect(popup, 26).CenterPoint());
+        ASSERT_TRUE(::GetCapture());
+        click(::GetCapture(), CellRect(::GetCapture(), 26).CenterPoint());
         EXPECT_EQ(host.picker.GetColour(), Cells[26].Colour());
         EXPECT_EQ(::GetFocus(), host.picker.m_hWnd) << "the keyboard goes back to the button";
-        press(VK_SPACE);
-        popup = ::GetCapture();
-        ASSERT_TRUE(IsWindow(popup));
-        press(VK_DOWN);
-        press(exStyle ? VK_LEFT : VK_RIGHT);
-        press(VK_RETURN);
+        for (const int key : {VK_SPACE, VK_DOWN, exStyle ? VK_LEFT : VK_RIGHT, VK_RETURN})
+            press(static_cast<BYTE>(key));
         EXPECT_EQ(host.picker.GetColour(), Cells[35].Colour());
         press(VK_SPACE);
         click(host, {5, 5});

@@ -103,8 +103,7 @@ TEST_F(SavedDrawing, CapturesTheBackgroundOnce)
     auto second = m_surface.Pixels();
     Draw();
     for (int y = 0; y < m_picture.Height(); ++y)
-        for (int x = 0; x < m_picture.Width(); ++x)
-            second[static_cast<size_t>(y * Side + x)] = first[static_cast<size_t>(y * Side + x)];
+        std::copy_n(first.begin() + y * Side, m_picture.Width(), second.begin() + y * Side);
     EXPECT_EQ(m_surface.Pixels(), second) << "the first draw's background";
 
     m_bitmap.SetOverlap(TRUE);

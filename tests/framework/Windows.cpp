@@ -130,8 +130,7 @@ END_MESSAGE_MAP()
 class CReflecting : public CButton
 {
   public:
-    int m_clicks = 0;
-    int m_draws = 0;
+    int m_clicks = 0, m_draws = 0;
     bool m_pass = false;
     CBrush m_brush{RGB(1, 2, 3)};
     void DrawItem(LPDRAWITEMSTRUCT item) override
