@@ -1,5 +1,6 @@
 #include "JobStatusWindow.h"
 #include "../product/bitmaps.h"
+#include "SupportDialog.h"
 #include "resource.h"
 #include <algorithm>
 
@@ -12,23 +13,31 @@ constexpr COLORREF TextColour = RGB(32, 41, 54);
 constexpr COLORREF HeaderTop = RGB(31, 95, 168);
 constexpr COLORREF HeaderBottom = RGB(20, 66, 122);
 
-constexpr SIZE ClientSize = {480, 348};
-constexpr RECT Header = {0, 0, 480, 64};
-constexpr RECT InkCard = {16, 80, 248, 276};
-constexpr RECT ReportCard = {264, 80, 464, 276};
+// Pixels in the client area, laid out from the reading side.
+constexpr SIZE ClientSize = {560, 476};
+constexpr RECT Header = {0, 0, 560, 64};
+constexpr RECT InkCard = {16, 80, 296, 276};
+constexpr RECT ReportCard = {312, 80, 544, 276};
+constexpr RECT LinkCard = {16, 292, 544, 408};
 constexpr int TankTop = 116;
 constexpr SIZE TankSize = {48, 104};
 
 struct Place
 {
     int id;
-    RECT rect; // pixels in the client area, laid out from the reading side
+    RECT rect;
 };
 
 constexpr Place Places[] = {
-    {IDC_COLOUR, {276, 236, 452, 264}},  {IDC_SUPPLIES, {16, 292, 56, 332}}, {IDC_OPTIONS, {64, 292, 104, 332}},
-    {IDC_REFRESH, {184, 296, 316, 328}}, {IDC_ORDER, {332, 296, 464, 328}},
+    {IDC_COLOUR, {324, 236, 532, 264}},  {IDC_SUPPLIES, {16, 420, 56, 460}}, {IDC_OPTIONS, {64, 420, 104, 460}},
+    {IDC_SUPPORT, {132, 424, 264, 456}}, {IDC_ABOUT, {272, 424, 404, 456}},  {IDC_ORDER, {412, 424, 544, 456}},
 };
+
+/// The links stand in rows of five, in the order of the window's table of links.
+constexpr int LinksInRow = 5;
+constexpr POINT FirstLink = {28, 324};
+constexpr SIZE LinkStep = {100, 24};
+constexpr SIZE LinkSize = {96, 20};
 
 /// Which of the four tank controls a window of so many tanks shows, from the reading side.
 struct TankLayout
@@ -39,7 +48,7 @@ struct TankLayout
     int step;
 };
 
-constexpr TankLayout TankLayouts[] = {{1, 1, 108, 0}, {2, 0, 60, 96}, {4, 0, 24, 56}};
+constexpr TankLayout TankLayouts[] = {{1, 1, 132, 0}, {2, 0, 76, 112}, {4, 0, 36, 64}};
 
 const TankLayout& LayoutOf(int tanks)
 {
@@ -104,7 +113,7 @@ BEGIN_MESSAGE_MAP(JobStatusWindow, CDialog)
     ON_WM_ERASEBKGND()
     ON_BN_CLICKED(IDC_ORDER, OnOrder)
     ON_BN_CLICKED(IDC_SUPPLIES, OnOrder)
-    ON_BN_CLICKED(IDC_REFRESH, OnRefresh)
+    ON_BN_CLICKED(IDC_SUPPORT, OnSupport)
     ON_MESSAGE(COLOURPICKER_SELENDOK, OnColour)
 END_MESSAGE_MAP()
 
@@ -129,7 +138,8 @@ void JobStatusWindow::DoDataExchange(CDataExchange* exchange)
         DDX_Control(exchange, IDC_TANK_0 + tank, m_tanks[static_cast<size_t>(tank)]);
     DDX_Control(exchange, IDC_SUPPLIES, m_supplies);
     DDX_Control(exchange, IDC_OPTIONS, m_options);
-    DDX_Control(exchange, IDC_REFRESH, m_refresh);
+    DDX_Control(exchange, IDC_SUPPORT, m_support);
+    DDX_Control(exchange, IDC_ABOUT, m_about);
     DDX_Control(exchange, IDC_ORDER, m_order);
     DDX_Control(exchange, IDC_COLOUR, m_colour);
 }
@@ -170,19 +180,27 @@ void JobStatusWindow::PlaceControls()
     }
 }
 
+std::array<CGUIButton*, 5> JobStatusWindow::Buttons()
+{
+    return {&m_supplies, &m_options, &m_support, &m_about, &m_order};
+}
+
 void JobStatusWindow::MakeButtons()
 {
     const ResourcesFrom pictures(m_pictures.Module());
     m_order.Initialize(IDB_ACTION_NORMAL, IDB_ACTION_HOVER, IDB_ACTION_PRESSED, Green, m_captionColour);
     m_order.SetDisabledBitmap(IDB_ACTION_DISABLED, Green);
     m_order.SetTextBold();
-    m_refresh.Initialize(IDB_PLAIN_NORMAL, IDB_PLAIN_HOVER, IDB_PLAIN_PRESSED, Green, TextColour);
-    m_refresh.SetDisabledBitmap(IDB_PLAIN_DISABLED, Green);
+    for (CGUIButton* plain : {&m_support, &m_about})
+    {
+        plain->Initialize(IDB_PLAIN_NORMAL, IDB_PLAIN_HOVER, IDB_PLAIN_PRESSED, Green, TextColour);
+        plain->SetDisabledBitmap(IDB_PLAIN_DISABLED, Green);
+    }
     m_supplies.Initialize(IDB_SUPPLIES_NORMAL, IDB_SUPPLIES_HOVER, IDB_SUPPLIES_PRESSED, Green, 0);
     m_supplies.SetDisabledBitmap(IDB_SUPPLIES_DISABLED, Green);
     m_options.Initialize(IDB_OPTIONS_NORMAL, IDB_OPTIONS_HOVER, IDB_OPTIONS_PRESSED, Green, 0);
     m_options.SetDisabledBitmap(IDB_OPTIONS_DISABLED, Green);
-    for (CGUIButton* button : {&m_order, &m_refresh, &m_supplies, &m_options})
+    for (CGUIButton* button : Buttons())
         button->EnableCursorMorph(1);
 }
 
@@ -202,13 +220,14 @@ BOOL JobStatusWindow::OnEraseBkgnd(CDC* dc)
     dc->SetBkMode(TRANSPARENT);
     CFont* const before = dc->SelectObject(&m_titleFont);
     dc->SetTextColor(m_captionColour);
-    CRect title(16, 12, 464, 36);
+    CRect title(16, 12, Header.right - 16, 36);
     dc->DrawText(m_printer, &title, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     dc->SelectObject(GetFont());
-    CRect status(16, 36, 464, 56);
+    CRect status(16, 36, Header.right - 16, 56);
     dc->DrawText("Ready. No documents are waiting.", &status, DT_SINGLELINE | DT_VCENTER);
     PaintCard(*dc, CRect(InkCard), "Ink levels");
     PaintCard(*dc, CRect(ReportCard), "Cartridges");
+    PaintCard(*dc, CRect(LinkCard), "On the web");
     PaintTankLabels(*dc);
     PaintReport(*dc);
     dc->SelectObject(before);
@@ -218,7 +237,7 @@ BOOL JobStatusWindow::OnEraseBkgnd(CDC* dc)
 void JobStatusWindow::OnPaint()
 {
     CPaintDC dc(this);
-    for (CGUIButton* button : {&m_order, &m_refresh, &m_supplies, &m_options})
+    for (CGUIButton* button : Buttons())
         button->DrawButton(&dc);
 }
 
@@ -292,9 +311,9 @@ void JobStatusWindow::OnOrder()
     m_ink.LaunchInkOrderApp();
 }
 
-void JobStatusWindow::OnRefresh()
+void JobStatusWindow::OnSupport()
 {
-    ShowReport(m_report);
+    SupportDialog(m_printer, this).DoModal();
 }
 
 LRESULT JobStatusWindow::OnColour(WPARAM colour, LPARAM)

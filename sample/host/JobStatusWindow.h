@@ -27,12 +27,13 @@ class JobStatusWindow : public CDialog
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnOrder();
-    afx_msg void OnRefresh();
+    afx_msg void OnSupport();
     afx_msg LRESULT OnColour(WPARAM colour, LPARAM control);
     DECLARE_MESSAGE_MAP()
 
   private:
     void PlaceControls();
+    std::array<CGUIButton*, 5> Buttons();
     void MakeButtons();
     void MakeTanks();
     void PaintCard(CDC& dc, const CRect& rect, const char* title);
@@ -53,7 +54,8 @@ class JobStatusWindow : public CDialog
     std::array<CGUIInkTank, TankCount> m_tanks;
     CGUIButton m_supplies;
     CGUIButton m_options;
-    CGUIButton m_refresh;
+    CGUIButton m_support;
+    CGUIButton m_about;
     CGUIButton m_order;
     CColourPicker m_colour;
 };

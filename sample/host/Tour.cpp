@@ -42,7 +42,15 @@ class TouringWindow : public JobStatusWindow
     }
     void MouseDown() { mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0); }
     void MouseUp() { mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0); }
+    void Click(int id)
+    {
+        MouseOver(id);
+        MouseDown();
+        MouseUp();
+    }
     void MouseAway() { SetCursorPos(2, 2); }
+    /// Escape, as the user leaves a dialog that a stop has opened.
+    void CloseDialog() { Key(VK_ESCAPE); }
     void Key(BYTE key)
     {
         keybd_event(key, 0, 0, 0);
@@ -120,29 +128,24 @@ constexpr Stop TwoTankStops[] = {
          window.GetDlgItem(IDC_OPTIONS)->SetFocus();
          window.Key(VK_TAB);
      }},
-    {"picker-open",
-     [](TouringWindow& window)
-     {
-         window.MouseOver(IDC_COLOUR);
-         window.MouseDown();
-         window.MouseUp();
-     },
-     PickerRoom},
+    {"picker-open", [](TouringWindow& window) { window.Click(IDC_COLOUR); }, PickerRoom},
     {"colour-chosen",
      [](TouringWindow& window)
      {
          for (const int key : {VK_UP, VK_LEFT, VK_LEFT, VK_RETURN})
              window.Key(static_cast<BYTE>(key));
      }},
+    {"support", [](TouringWindow& window) { window.Click(IDC_SUPPORT); }},
     {"disabled-unknown-ink",
      [](TouringWindow& window)
      {
+         window.CloseDialog();
          window.MouseAway();
          INKINFO report = SampleInkReport();
          report.InkPercent1 = -101; // the printer's mark for a level it does not know
          report.iLogCartID1 = 32;   // no cartridge
          window.ShowReport(report);
-         for (const int id : {IDC_ORDER, IDC_REFRESH, IDC_SUPPLIES, IDC_OPTIONS, IDC_COLOUR})
+         for (const int id : {IDC_ORDER, IDC_SUPPORT, IDC_ABOUT, IDC_SUPPLIES, IDC_OPTIONS, IDC_COLOUR})
              window.GetDlgItem(id)->EnableWindow(FALSE);
          window.Invalidate();
      }},

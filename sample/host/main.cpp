@@ -4,6 +4,7 @@
 //   demohost tour FOLDER ltr|rtl      drives the window through its states and saves a picture of each
 #include "InkReport.h"
 #include "JobStatusWindow.h"
+#include "PrinterPages.h"
 #include "RegistryReport.h"
 #include "SettingsReport.h"
 #include "Tour.h"
@@ -44,10 +45,15 @@ int Report(const char* printer)
     const bool settings = ReportSettings(trace);
     Heading("Settings of one printer in the registry");
     const bool registry = ReportRegistry(printer);
+    Heading("Support by telephone");
+    const bool support = ReportSupport();
+    Heading("What the printer can print on");
+    const bool papers = ReportPapers(printer);
     Heading("The trace that all of it wrote");
     ReportTrace(trace);
-    std::printf("\n%s\n", settings && registry ? "All done." : "Something went wrong, see above.");
-    return settings && registry ? 0 : 1;
+    const bool good = settings && registry && support && papers;
+    std::printf("\n%s\n", good ? "All done." : "Something went wrong, see above.");
+    return good ? 0 : 1;
 }
 
 int ShowWindow(int fieldCount, char** fields)
