@@ -1,6 +1,8 @@
 #include "JobStatusWindow.h"
 #include "../product/bitmaps.h"
 #include "SupportDialog.h"
+#include "dialogs/JSWOptionsDlg.h"
+#include "dialogs/VersionDlg.h"
 #include "resource.h"
 #include <algorithm>
 
@@ -114,6 +116,9 @@ BEGIN_MESSAGE_MAP(JobStatusWindow, CDialog)
     ON_BN_CLICKED(IDC_ORDER, OnOrder)
     ON_BN_CLICKED(IDC_SUPPLIES, OnOrder)
     ON_BN_CLICKED(IDC_SUPPORT, OnSupport)
+    ON_BN_CLICKED(IDC_ABOUT, OnAbout)
+    ON_BN_CLICKED(IDC_OPTIONS, OnOptions)
+    ON_COMMAND_RANGE(IDC_FIRST_LINK, IDC_FIRST_LINK + static_cast<int>(LinkKinds.size()) - 1, OnLink)
     ON_MESSAGE(COLOURPICKER_SELENDOK, OnColour)
 END_MESSAGE_MAP()
 
@@ -142,6 +147,8 @@ void JobStatusWindow::DoDataExchange(CDataExchange* exchange)
     DDX_Control(exchange, IDC_ABOUT, m_about);
     DDX_Control(exchange, IDC_ORDER, m_order);
     DDX_Control(exchange, IDC_COLOUR, m_colour);
+    for (size_t i = 0; i < m_links.size(); ++i)
+        DDX_Control(exchange, IDC_FIRST_LINK + static_cast<int>(i), m_links[i]);
 }
 
 BOOL JobStatusWindow::OnInitDialog()
@@ -153,6 +160,7 @@ BOOL JobStatusWindow::OnInitDialog()
     PlaceControls();
     MakeButtons();
     MakeTanks();
+    MakeLinks();
     m_colour.SetTextColour(m_captionColour);
     m_colour.SetBkColour(HeaderTop);
     m_colour.SetSelectionMode(CColourPicker::ModeText);
@@ -169,6 +177,13 @@ void JobStatusWindow::PlaceControls()
                  window.Height() - client.Height() + ClientSize.cy, SWP_NOMOVE | SWP_NOZORDER);
     for (const Place& place : Places)
         GetDlgItem(place.id)->MoveWindow(&place.rect);
+    for (int i = 0; i < static_cast<int>(LinkKinds.size()); ++i)
+    {
+        CGUIUrlLink& link = m_links[static_cast<size_t>(i)];
+        link.SetWindowText(LinkKinds[static_cast<size_t>(i)].caption);
+        link.MoveWindow(FirstLink.x + i % LinksInRow * LinkStep.cx, FirstLink.y + i / LinksInRow * LinkStep.cy,
+                        LinkSize.cx, LinkSize.cy);
+    }
     const TankLayout& layout = LayoutOf(m_tankMode);
     for (int tank = 0; tank < TankCount; ++tank)
     {
@@ -202,6 +217,15 @@ void JobStatusWindow::MakeButtons()
     m_options.SetDisabledBitmap(IDB_OPTIONS_DISABLED, Green);
     for (CGUIButton* button : Buttons())
         button->EnableCursorMorph(1);
+}
+
+void JobStatusWindow::MakeLinks()
+{
+    for (CGUIUrlLink& link : m_links)
+    {
+        link.SetTextStart(0, 0);
+        link.Initialize(0, nullptr); // text alone
+    }
 }
 
 void JobStatusWindow::MakeTanks()
@@ -239,6 +263,8 @@ void JobStatusWindow::OnPaint()
     CPaintDC dc(this);
     for (CGUIButton* button : Buttons())
         button->DrawButton(&dc);
+    for (CGUIUrlLink& link : m_links)
+        link.DrawButton(&dc);
 }
 
 void JobStatusWindow::PaintCard(CDC& dc, const CRect& rect, const char* title)
@@ -323,4 +349,32 @@ LRESULT JobStatusWindow::OnColour(WPARAM colour, LPARAM)
     MakeButtons();
     Invalidate();
     return 0;
+}
+
+void JobStatusWindow::OnAbout()
+{
+    // The version dialog's texts lie in a library of their own.
+    const ResourceLibrary resources(TvkProduct::GetProductPrefix() + "vres.dll");
+    const ResourcesFrom current(resources.Module());
+    VersionDlg(this).DoModal();
+}
+
+void JobStatusWindow::OnOptions()
+{
+    const ResourcesFrom current(m_pictures.Module());
+    char system[MAX_PATH] = "";
+    GetSystemDirectoryA(system, MAX_PATH);
+    CString path;
+    JSWOptionsDlg dialog;
+    dialog.Init(static_cast<LPCSTR>(m_printer));
+    dialog.InitModal(m_printer, system + m_product.GetSetting("IDO_WINNTPATH", path) + "3\\");
+    dialog.DoModal();
+}
+
+void JobStatusWindow::OnLink(UINT id)
+{
+    const size_t index = id - IDC_FIRST_LINK;
+    CString subUrl;
+    m_product.GetSetting(LinkKinds[index].subUrlKey, subUrl);
+    m_links[index].FollowLink(subUrl, &m_report, m_printer, 1);
 }

@@ -4,8 +4,10 @@
 #include "controls/CColourPicker.h"
 #include "controls/CGUIButton.h"
 #include "diag/StatusStructures.h"
+#include "Links.h"
 #include "ink/CGUIInkDisplay.h"
 #include "ink/CGUIInkTank.h"
+#include "links/CGUIUrlLink.h"
 #include "settings/TvkProduct.h"
 #include "ResourceLibrary.h"
 #include <afxwin.h>
@@ -28,6 +30,9 @@ class JobStatusWindow : public CDialog
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnOrder();
     afx_msg void OnSupport();
+    afx_msg void OnAbout();
+    afx_msg void OnOptions();
+    afx_msg void OnLink(UINT id);
     afx_msg LRESULT OnColour(WPARAM colour, LPARAM control);
     DECLARE_MESSAGE_MAP()
 
@@ -36,6 +41,7 @@ class JobStatusWindow : public CDialog
     std::array<CGUIButton*, 5> Buttons();
     void MakeButtons();
     void MakeTanks();
+    void MakeLinks();
     void PaintCard(CDC& dc, const CRect& rect, const char* title);
     void PaintTankLabels(CDC& dc);
     void PaintReport(CDC& dc);
@@ -58,4 +64,5 @@ class JobStatusWindow : public CDialog
     CGUIButton m_about;
     CGUIButton m_order;
     CColourPicker m_colour;
+    std::array<CGUIUrlLink, LinkKinds.size()> m_links;
 };

@@ -70,8 +70,7 @@ void SupportDialog::ShowPapers()
 {
     for (const Paper& paper : PapersOf(m_printer))
     {
-        const std::string twin = paper.twin == "none" ? "no borderless twin" : "borderless: " + paper.twin;
-        m_papers.AddString((paper.name + ":  " + paper.area + ", " + twin).c_str());
+        m_papers.AddString((paper.name + ":  " + paper.area).c_str());
     }
 }
 

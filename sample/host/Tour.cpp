@@ -135,7 +135,20 @@ constexpr Stop TwoTankStops[] = {
          for (const int key : {VK_UP, VK_LEFT, VK_LEFT, VK_RETURN})
              window.Key(static_cast<BYTE>(key));
      }},
+    {"link-hover", [](TouringWindow& window) { window.MouseOver(IDC_FIRST_LINK); }},
     {"support", [](TouringWindow& window) { window.Click(IDC_SUPPORT); }},
+    {"about",
+     [](TouringWindow& window)
+     {
+         window.CloseDialog();
+         window.Click(IDC_ABOUT);
+     }},
+    {"options",
+     [](TouringWindow& window)
+     {
+         window.CloseDialog();
+         window.Click(IDC_OPTIONS);
+     }},
     {"disabled-unknown-ink",
      [](TouringWindow& window)
      {

@@ -1,9 +1,14 @@
 // The demo host: what an application of the suite does with the library, on the sample product.
 //   demohost report [PRINTER]         prints settings and their sources, a registry round trip, and the trace of it all
 //   demohost window [FIELD=NUMBER...] shows the job status window on an ink report with these fields changed
+//   demohost link KIND [FIELD=NUMBER...] prints the address of a link for an ink report with these fields changed
+//   demohost journey                  clicks the supplies link and prints what came of it
 //   demohost tour FOLDER ltr|rtl      drives the window through its states and saves a picture of each
 #include "InkReport.h"
 #include "JobStatusWindow.h"
+#include "Journey.h"
+#include "LinkAddress.h"
+#include "Links.h"
 #include "PrinterPages.h"
 #include "RegistryReport.h"
 #include "SettingsReport.h"
@@ -56,19 +61,49 @@ int Report(const char* printer)
     return good ? 0 : 1;
 }
 
-int ShowWindow(int fieldCount, char** fields)
+/// Changes fields of the report; says which one is none.
+bool SetInkFields(INKINFO& report, int fieldCount, char** fields)
 {
-    INKINFO report = SampleInkReport();
     for (int i = 0; i < fieldCount; ++i)
     {
         if (!SetInkField(report, fields[i]))
         {
             std::printf("not a field of the ink report and a number: %s\n", fields[i]);
-            return 2;
+            return false;
         }
     }
+    return true;
+}
+
+int ShowWindow(int fieldCount, char** fields)
+{
+    INKINFO report = SampleInkReport();
+    if (!SetInkFields(report, fieldCount, fields))
+        return 2;
     JobStatusWindow(report, 2).DoModal();
     return 0;
+}
+
+int PrintAddress(const char* kind, int fieldCount, char** fields)
+{
+    INKINFO report = SampleInkReport();
+    if (!SetInkFields(report, fieldCount, fields))
+        return 2;
+    for (const LinkKind& link : LinkKinds)
+    {
+        if (std::strcmp(link.kind, kind) == 0)
+        {
+            CString subUrl;
+            TvkProduct().GetSetting(link.subUrlKey, subUrl);
+            std::printf("%s\n", static_cast<LPCSTR>(LinkAddress().Of(subUrl, report)));
+            return 0;
+        }
+    }
+    std::printf("no link of the kind %s; the kinds are:", kind);
+    for (const LinkKind& link : LinkKinds)
+        std::printf(" %s", link.kind);
+    std::printf("\n");
+    return 2;
 }
 
 int Tour(const char* folder, const char* layout)
@@ -84,7 +119,8 @@ int Tour(const char* folder, const char* layout)
 
 int Usage()
 {
-    std::printf("demohost report [PRINTER] | window [FIELD=NUMBER...] | tour FOLDER ltr|rtl\n");
+    std::printf("demohost report [PRINTER] | window [FIELD=NUMBER...] |\n"
+                "         link KIND [FIELD=NUMBER...] | journey | tour FOLDER ltr|rtl\n");
     return 2;
 }
 
@@ -100,6 +136,10 @@ int main(int argc, char** argv)
         return Report(argc > 2 ? argv[2] : SamplePrinter);
     if (std::strcmp(command, "window") == 0)
         return ShowWindow(argc - 2, argv + 2);
+    if (std::strcmp(command, "link") == 0 && argc > 2)
+        return PrintAddress(argv[2], argc - 3, argv + 3);
+    if (std::strcmp(command, "journey") == 0)
+        return ReportJourney() ? 0 : 1;
     if (std::strcmp(command, "tour") == 0 && argc == 4)
         return Tour(argv[2], argv[3]);
     return Usage();
