@@ -1,5 +1,7 @@
 #include "InkReport.h"
+#include "links/CComxDataRetriever.h"
 #include <charconv>
+#include <iterator>
 
 namespace
 {
@@ -39,6 +41,25 @@ INKINFO SampleInkReport()
     report.iLogCartID1 = report.iPhysCartID1 = 80; // colour, standard yield
     report.iLogCartID2 = report.iPhysCartID2 = 50; // black, high yield
     report.iEstPagesRemaining = 120;
+    return report;
+}
+
+INKINFO LastInkReport(const char* printer)
+{
+    INKINFO report = SampleInkReport();
+    CComxDataRetriever cache;
+    if (!cache.GetPrinterCacheData(printer))
+        return report;
+    report.InkStyle = static_cast<int>(cache.GetInkStyle());
+    static constexpr int INKINFO::*Levels[] = {&INKINFO::InkPercent1, &INKINFO::InkPercent2, &INKINFO::InkPercent3,
+                                               &INKINFO::InkPercent4, &INKINFO::InkPercent5, &INKINFO::InkPercent6,
+                                               &INKINFO::InkPercent7};
+    for (int ink = 0; ink < static_cast<int>(std::size(Levels)); ++ink)
+        report.*Levels[ink] = static_cast<int>(cache.GetInkPercent(ink + 1));
+    report.iLogCartID1 = static_cast<int>(cache.GetLogCartId(1));
+    report.iLogCartID2 = static_cast<int>(cache.GetLogCartId(2));
+    report.iPhysCartID1 = static_cast<int>(cache.GetPhysCartId(1));
+    report.iPhysCartID2 = static_cast<int>(cache.GetPhysCartId(2));
     return report;
 }
 

@@ -356,7 +356,7 @@ void JobStatusWindow::OnAbout()
     // The version dialog's texts lie in a library of their own.
     const ResourceLibrary resources(TvkProduct::GetProductPrefix() + "vres.dll");
     const ResourcesFrom current(resources.Module());
-    VersionDlg(this).DoModal();
+    VersionDlg().DoModal(); // without an owner it is laid out like the process, from the right too
 }
 
 void JobStatusWindow::OnOptions()

@@ -1,5 +1,4 @@
 #include "Journey.h"
-#include "InkReport.h"
 #include "JobStatusWindow.h"
 #include "Links.h"
 #include "TraceLog.h"
@@ -54,7 +53,7 @@ bool RegisterBrowser(const std::string& program)
 class JourneyWindow : public JobStatusWindow
 {
   public:
-    explicit JourneyWindow(const std::string& record) : JobStatusWindow(SampleInkReport(), 2), m_record(record) {}
+    JourneyWindow(const INKINFO& report, const std::string& record) : JobStatusWindow(report, 2), m_record(record) {}
 
   protected:
     BOOL OnInitDialog() override
@@ -117,7 +116,7 @@ void PrintJourney(const std::vector<std::string>& records)
 }
 } // namespace
 
-bool ReportJourney()
+bool ReportJourney(const INKINFO& report)
 {
     const std::string browser = ProgramFolder() + "recordingbrowser.exe";
     const std::string record = ProgramFolder() + "recordingbrowser.txt";
@@ -130,7 +129,7 @@ bool ReportJourney()
     std::vector<std::string> records;
     {
         TraceLog trace;
-        JourneyWindow(record).DoModal();
+        JourneyWindow(report, record).DoModal();
         records = trace.NewRecords();
     }
     const std::string received = LastLine(record);

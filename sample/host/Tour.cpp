@@ -49,6 +49,12 @@ class TouringWindow : public JobStatusWindow
         MouseUp();
     }
     void MouseAway() { SetCursorPos(2, 2); }
+    void KeyWithAlt(BYTE key)
+    {
+        keybd_event(VK_MENU, 0, 0, 0);
+        Key(key);
+        keybd_event(VK_MENU, 0, KEYEVENTF_KEYUP, 0);
+    }
     /// Escape, as the user leaves a dialog that a stop has opened.
     void CloseDialog() { Key(VK_ESCAPE); }
     void Key(BYTE key)
@@ -143,6 +149,7 @@ constexpr Stop TwoTankStops[] = {
          window.CloseDialog();
          window.Click(IDC_ABOUT);
      }},
+    {"about-details", [](TouringWindow& window) { window.KeyWithAlt('D'); }},
     {"options",
      [](TouringWindow& window)
      {

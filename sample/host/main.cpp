@@ -77,7 +77,7 @@ bool SetInkFields(INKINFO& report, int fieldCount, char** fields)
 
 int ShowWindow(int fieldCount, char** fields)
 {
-    INKINFO report = SampleInkReport();
+    INKINFO report = LastInkReport(SamplePrinter);
     if (!SetInkFields(report, fieldCount, fields))
         return 2;
     JobStatusWindow(report, 2).DoModal();
@@ -86,7 +86,7 @@ int ShowWindow(int fieldCount, char** fields)
 
 int PrintAddress(const char* kind, int fieldCount, char** fields)
 {
-    INKINFO report = SampleInkReport();
+    INKINFO report = LastInkReport(SamplePrinter);
     if (!SetInkFields(report, fieldCount, fields))
         return 2;
     for (const LinkKind& link : LinkKinds)
@@ -139,7 +139,7 @@ int main(int argc, char** argv)
     if (std::strcmp(command, "link") == 0 && argc > 2)
         return PrintAddress(argv[2], argc - 3, argv + 3);
     if (std::strcmp(command, "journey") == 0)
-        return ReportJourney() ? 0 : 1;
+        return ReportJourney(LastInkReport(SamplePrinter)) ? 0 : 1;
     if (std::strcmp(command, "tour") == 0 && argc == 4)
         return Tour(argv[2], argv[3]);
     return Usage();

@@ -105,7 +105,7 @@ CString StatusFile()
     return DriverFolder() + library.Left(library.ReverseFind('.')) + ".ini";
 }
 
-/// What a printer would have reported by now: the yellow ink is nearly used up.
+/// What a printer would have reported by now: colour cartridge first, black second; the yellow ink is nearly used up.
 void InstallPrinterStatus(const CString& printer)
 {
     constexpr const char* Values[][2] = {
@@ -115,12 +115,12 @@ void InstallPrinterStatus(const CString& printer)
         {"InkPercent2", "35"},
         {"InkPercent3", "71"},
         {"InkPercent4", "8"},
-        {"LogicalCartridge1", "50"},
-        {"LogicalCartridge2", "82"},
-        {"PhysicalCartridge1", "50"},
-        {"PhysicalCartridge2", "82"},
-        {"SavedCartridge1", "50"},
-        {"SavedCartridge2", "82"},
+        {"LogicalCartridge1", "82"},
+        {"LogicalCartridge2", "50"},
+        {"PhysicalCartridge1", "82"},
+        {"PhysicalCartridge2", "50"},
+        {"SavedCartridge1", "82"},
+        {"SavedCartridge2", "50"},
     };
     TvkIniFile ini;
     for (const auto& [key, value] : Values)
