@@ -339,7 +339,7 @@ void JobStatusWindow::OnOrder()
 
 void JobStatusWindow::OnSupport()
 {
-    SupportDialog(m_printer, this).DoModal();
+    SupportDialog(m_printer).DoModal();
 }
 
 LRESULT JobStatusWindow::OnColour(WPARAM colour, LPARAM)
@@ -356,7 +356,7 @@ void JobStatusWindow::OnAbout()
     // The version dialog's texts lie in a library of their own.
     const ResourceLibrary resources(TvkProduct::GetProductPrefix() + "vres.dll");
     const ResourcesFrom current(resources.Module());
-    VersionDlg().DoModal(); // without an owner it is laid out like the process, from the right too
+    VersionDlg().DoModal();
 }
 
 void JobStatusWindow::OnOptions()

@@ -4,12 +4,12 @@
 #include "locale/OEMTeleIni.h"
 #include <afxwin.h>
 #include <memory>
-#include <vector>
 
 class SupportDialog : public CDialog
 {
   public:
-    SupportDialog(const CString& printer, CWnd* parent);
+    /// Without an owner, it is laid out like the process, from the right too.
+    explicit SupportDialog(const CString& printer);
 
   protected:
     BOOL OnInitDialog() override;
@@ -21,7 +21,6 @@ class SupportDialog : public CDialog
     void ShowNumbers();
     void ShowPapers();
 
-    std::vector<BYTE> m_template;
     CString m_printer;
     CComboBox m_countries;
     CListBox m_papers;
