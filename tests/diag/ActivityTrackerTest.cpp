@@ -1,12 +1,13 @@
 // Activities recorded through a real portal and recorder library (recorder/*.c), which write down how they are called
 // and fail on demand; what they were given, what was traced, and what stays loaded.
 #include "diag/ActivityTracker.h"
+#include "support/OpenHandles.h"
 #include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <gtest/gtest.h>
+#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <stdexcept>
 
@@ -15,20 +16,10 @@ namespace
 constexpr char Portal[] = "usageportal.dll";
 constexpr char Recorder[] = "usagerecorder.dll";
 constexpr char PathSetting[] = "\\spool\\drivers\\x64\\";
+const std::string DriversRoot = SystemFolder() + "spool\\drivers\\x64\\";
+const std::string DriverDirectory = DriversRoot + "3\\";
 constexpr char Beginning[] = "create 6 3 0x2003\nserial SN-7\n";
 constexpr char Release[] = "recorder release\nportal release\n";
-
-std::string SystemDirectory()
-{
-    char directory[MAX_PATH] = "";
-    GetSystemDirectoryA(directory, MAX_PATH);
-    return directory;
-}
-
-std::string DriverDirectory()
-{
-    return SystemDirectory() + PathSetting + "3\\";
-}
 
 bool IsLoaded()
 {
@@ -46,8 +37,8 @@ class InstalledRecorder
     }
     ~InstalledRecorder()
     {
-        EXPECT_TRUE(DeleteFileA((m_directory + "portal.dll").c_str())) << "still loaded? " << GetLastError();
-        EXPECT_TRUE(DeleteFileA((m_directory + "recorder.dll").c_str())) << "still loaded? " << GetLastError();
+        for (const char* library : {"portal.dll", "recorder.dll"})
+            EXPECT_TRUE(DeleteFileA((m_directory + library).c_str())) << "still loaded? " << GetLastError();
     }
     InstalledRecorder(const InstalledRecorder&) = delete;
     InstalledRecorder& operator=(const InstalledRecorder&) = delete;
@@ -111,69 +102,57 @@ class ActivityTrackerTest : public testing::Test
     TraceWorld world;
 };
 
-TEST_F(ActivityTrackerTest, RecordsEachForm)
+/// A product that records and has its libraries.
+class Recording : public ActivityTrackerTest
 {
+  protected:
     const TestProduct product = RecordingProduct();
-    const std::string directory = DriverDirectory();
-    const InstalledRecorder installed(directory);
-    const std::string paths = "(char)" + directory + "portal.dll\n(char)" + directory + "recorder.dll\n";
-    char serial[] = "SN-7", text[] = "a text";
-    const struct
-    {
-        std::function<int(ActivityTracker&)> write;
-        const char* trace;
-        const char* steps;
-    } forms[] = {
-        {[&](auto& tracker) { return tracker.WriteData(0x1000, -5, 4294967295ul, serial); }, "(4096, -5, -1, SN-7)",
-         "value 0x1000 -5 4294967295\n"},
-        {[&](auto& tracker) { return tracker.WriteData(0x1000, 5, 2ul, serial, 77); }, "(4096, 5, 2, SN-7, 77)",
-         "topic 0x1000 77\nvalue 0x1000 5 2\n"},
-        {[&](auto& tracker) { return tracker.WriteData(0xFFFF, text, 3ul, serial); }, "(65535, a text, 3, SN-7)",
-         "text 0xffff a text 3\n"},
-        {[&](auto& tracker) { return tracker.WriteData(0x1000, serial, 77); }, "(4096, 1, 1, SN-7, 77)",
-         "topic 0x1000 77\nvalue 0x1000 1 1\n"},
-        {[&](auto& tracker) { return tracker.WriteData(0x1000, 9, serial); }, "(4096, 9, 1, SN-7)",
-         "value 0x1000 9 1\n"},
-        {[&](auto& tracker) { return tracker.WriteData(0x6031, serial); }, "(24625, 1, 1, SN-7)",
-         "value 0x6031 1 1\ndated 0x6061 0 0\n"},
-    };
+    const InstalledRecorder installed{DriverDirectory};
     ActivityTracker tracker;
-    for (const auto& form : forms)
+};
+
+TEST_F(Recording, HasSixForms)
+{
+    char serial[] = "SN-7", text[] = "a text";
+    const auto expect = [this](int result, const std::string& trace, const std::string& steps)
     {
-        Begin("");
-        EXPECT_EQ(form.write(tracker), 1) << form.trace;
-        EXPECT_EQ(UsageLog(), Journey(directory, std::string(form.steps) + "commit\n"));
-        EXPECT_EQ(Trace(), std::string("(char)ActivityTracker::WriteData") + form.trace + "\n" + paths);
+        EXPECT_EQ(result, 1) << trace;
+        EXPECT_EQ(UsageLog(), Journey(DriverDirectory, steps + "commit\n"));
+        EXPECT_EQ(Trace(), "(char)ActivityTracker::WriteData" + trace + "\n(char)" + DriverDirectory +
+                               "portal.dll\n(char)" + DriverDirectory + "recorder.dll\n");
         EXPECT_FALSE(IsLoaded());
-    }
+        Begin("");
+    };
+    expect(tracker.WriteData(0x1000, -5, 4294967295ul, serial), "(4096, -5, -1, SN-7)", "value 0x1000 -5 4294967295\n");
+    expect(tracker.WriteData(0x1000, 5, 2ul, serial, 77), "(4096, 5, 2, SN-7, 77)",
+           "topic 0x1000 77\nvalue 0x1000 5 2\n");
+    expect(tracker.WriteData(0xFFFF, text, 3ul, serial), "(65535, a text, 3, SN-7)", "text 0xffff a text 3\n");
+    expect(tracker.WriteData(0x1000, serial, 77), "(4096, 1, 1, SN-7, 77)", "topic 0x1000 77\nvalue 0x1000 1 1\n");
+    expect(tracker.WriteData(0x1000, 9, serial), "(4096, 9, 1, SN-7)", "value 0x1000 9 1\n");
+    expect(tracker.WriteData(0x6031, serial), "(24625, 1, 1, SN-7)", "value 0x6031 1 1\ndated 0x6061 0 0\n");
 }
 
-TEST_F(ActivityTrackerTest, RecordsSomeItemsOnceMoreWithTheDate)
+TEST_F(Recording, NotesSomeItemsOnceMoreWithTheDate)
 {
-    const TestProduct product = RecordingProduct();
-    const InstalledRecorder installed(DriverDirectory());
-    const struct
-    {
-        unsigned short item, partner;
-    } items[] = {{0x1004, 0}, {0x1005, 0x1006}, {0x1006, 0},      {0x601F, 0}, {0x6020, 0x6050}, {0x6031, 0x6061},
-                 {0x6032, 0}, {0x6033, 0x6063}, {0x6039, 0x6069}, {0x603A, 0}, {0x6050, 0},      {0, 0}};
-    ActivityTracker tracker;
+    const std::pair<unsigned short, unsigned short> items[] = {
+        {0x1004, 0}, {0x1005, 0x1006}, {0x1006, 0},      {0x601F, 0}, {0x6020, 0x6050}, {0x6031, 0x6061},
+        {0x6032, 0}, {0x6033, 0x6063}, {0x6039, 0x6069}, {0x603A, 0}, {0x6050, 0},      {0, 0}};
     for (const auto& [item, partner] : items)
     {
         Begin("");
         EXPECT_EQ(tracker.WriteData(item, "SN-7"), 1);
-        char expected[64];
-        std::snprintf(expected, sizeof expected,
-                      partner ? "value 0x%x 1 1\ndated 0x%x 0 0\ncommit\n" : "value 0x%x 1 1\ncommit\n", item, partner);
-        EXPECT_EQ(UsageLog(), Journey(DriverDirectory(), expected));
+        CString expected;
+        expected.Format(partner ? "value 0x%x 1 1\ndated 0x%x 0 0\ncommit\n" : "value 0x%x 1 1\ncommit\n", item,
+                        partner);
+        EXPECT_EQ(UsageLog(), Journey(DriverDirectory, std::string(expected)));
     }
 }
 
-TEST_F(ActivityTrackerTest, EveryFailingStepUnloads)
+TEST_F(Recording, UnloadsAfterEveryFailingStep)
 {
-    const TestProduct product = RecordingProduct();
-    const InstalledRecorder installed(DriverDirectory());
-    const std::string load = "load " + DriverDirectory() + "recorder.dll\n";
+    const std::string loaded = "portal\nload " + DriverDirectory + "recorder.dll\n";
+    const std::string text = "text 0x1005 t 1\n", textAndDate = text + "dated 0x1006 0 0\ncommit\n";
+    const std::string topic = "topic 0x1005 3\n";
     const struct
     {
         const char* fault;
@@ -183,57 +162,45 @@ TEST_F(ActivityTrackerTest, EveryFailingStepUnloads)
     } cases[] = {
         {"portal=0x80004005", false, 0, "portal\n", ""},
         {"portal=1", false, 0, "portal\n", ""},
-        {"load=0x80004005", false, 0, "portal\n" + load + "portal release\n", ""},
-        {"load=1", false, 0, "portal\n" + load + "portal release\n", ""},
-        {"create=1", false, 0, "portal\n" + load + "create 6 3 0x2003\nportal release\n", ""},
-        {"serial=0x80004005", true, 1, Journey(DriverDirectory(), "text 0x1005 t 1\ndated 0x1006 0 0\ncommit\n"), ""},
-        {"topic=1", false, 0, Journey(DriverDirectory(), "topic 0x1005 3\n"), "(char)HelpTopic API Failed\n"},
-        {"value=0x80004005", false, 0, Journey(DriverDirectory(), "topic 0x1005 3\nvalue 0x1005 1 1\n"),
+        {"load=0x80004005", false, 0, loaded + "portal release\n", ""},
+        {"load=1", false, 0, loaded + "portal release\n", ""},
+        {"create=1", false, 0, loaded + "create 6 3 0x2003\nportal release\n", ""},
+        {"serial=0x80004005", true, 1, Journey(DriverDirectory, textAndDate), ""},
+        {"topic=1", false, 0, Journey(DriverDirectory, topic), "(char)HelpTopic API Failed\n"},
+        {"value=0x80004005", false, 0, Journey(DriverDirectory, topic + "value 0x1005 1 1\n"),
          "(char)Record API Failed\n"},
-        {"text=1", true, 0, Journey(DriverDirectory(), "text 0x1005 t 1\n"), "(char)Record API Failed\n"},
-        {"dated=0x80004005", true, 1, Journey(DriverDirectory(), "text 0x1005 t 1\ndated 0x1006 0 0\ncommit\n"), ""},
-        {"commit=1", true, 0, Journey(DriverDirectory(), "text 0x1005 t 1\ndated 0x1006 0 0\ncommit\n"),
-         "(char)Commit API Failed\n"},
+        {"text=1", true, 0, Journey(DriverDirectory, text), "(char)Record API Failed\n"},
+        {"dated=0x80004005", true, 1, Journey(DriverDirectory, textAndDate), ""},
+        {"commit=1", true, 0, Journey(DriverDirectory, textAndDate), "(char)Commit API Failed\n"},
     };
-    ActivityTracker tracker;
     for (const auto& [fault, text, result, log, failure] : cases)
     {
+        SCOPED_TRACE(fault);
         Begin(fault);
-        EXPECT_EQ(text ? tracker.WriteData(0x1005, "t", 1ul, "SN-7") : tracker.WriteData(0x1005, "SN-7", 3), result)
-            << fault;
-        EXPECT_EQ(UsageLog(), log) << fault;
+        EXPECT_EQ(text ? tracker.WriteData(0x1005, "t", 1ul, "SN-7") : tracker.WriteData(0x1005, "SN-7", 3), result);
+        EXPECT_EQ(UsageLog(), log);
         const std::string trace = Trace();
-        const size_t paths = trace.rfind(".dll\n") + 5;
-        EXPECT_EQ(trace.substr(paths), failure) << fault;
-        EXPECT_FALSE(IsLoaded()) << fault;
+        EXPECT_EQ(trace.substr(trace.rfind(".dll\n") + 5), failure);
+        EXPECT_FALSE(IsLoaded());
     }
-    Begin("");
-    EXPECT_EQ(tracker.WriteData(1, "SN-7"), 1) << "and the next record succeeds";
-}
-
-TEST_F(ActivityTrackerTest, AMissingObjectIsFatal)
-{
-    const TestProduct product = RecordingProduct();
-    const InstalledRecorder installed(DriverDirectory());
-    ActivityTracker tracker;
-    for (const char* fault : {"no portal", "no recorder"})
+    for (const char* fault : {"no portal", "no recorder"}) // a missing object is fatal
     {
         Begin(fault);
         EXPECT_THROW(tracker.WriteData(1, "SN-7"), std::logic_error) << fault;
         EXPECT_FALSE(IsLoaded()) << fault;
     }
     Begin("");
-    EXPECT_EQ(tracker.WriteData(1, "SN-7"), 1);
+    EXPECT_EQ(tracker.WriteData(1, "SN-7"), 1) << "and the next record succeeds";
 }
 
 TEST_F(ActivityTrackerTest, DoesNothingForAProductThatDoesNotRecord)
 {
-    const InstalledRecorder installed(DriverDirectory());
-    const TestSetting names[] = {{"IDO_CAIRNFIELD_DLL", "portal.dll"}, {"IDO_DATA_RECORDER_DLL", "recorder.dll"}};
-    for (const TestSettings& settings :
-         {TestSettings{names[0], names[1]}, TestSettings{names[0], names[1], {"IDO_DATA_REC_SUPPORTED", 0ul}},
-          TestSettings{names[0], names[1], {"IDO_DATA_REC_SUPPORTED", 2ul}}})
+    const InstalledRecorder installed(DriverDirectory);
+    for (const unsigned long supported : {~0ul, 0ul, 2ul})
     {
+        SettingList settings = {{"IDO_CAIRNFIELD_DLL", "portal.dll"}, {"IDO_DATA_RECORDER_DLL", "recorder.dll"}};
+        if (supported != ~0ul)
+            settings.emplace_back("IDO_DATA_REC_SUPPORTED", supported);
         const TestProduct product(settings);
         Begin("");
         EXPECT_EQ(ActivityTracker().WriteData(1, 2, "SN-7"), 0);
@@ -245,19 +212,17 @@ TEST_F(ActivityTrackerTest, DoesNothingForAProductThatDoesNotRecord)
 
 TEST_F(ActivityTrackerTest, LooksBesideTheResourceModuleNext)
 {
-    const std::string library = std::string(PRODUCT_PREFIX) + "util.dll";
+    const TestProduct product = RecordingProduct(PRODUCT_PREFIX "util.dll");
     {
-        const TestProduct product = RecordingProduct(library.c_str());
         const InstalledRecorder installed(TestFolder());
         EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), 1);
         EXPECT_EQ(UsageLog(), Journey(TestFolder(), "value 0x1 1 1\ncommit\n"));
-        EXPECT_EQ(Trace(), "(char)ActivityTracker::WriteData(1, 1, 1, SN-7)\n(char)" + DriverDirectory() +
+        EXPECT_EQ(Trace(), "(char)ActivityTracker::WriteData(1, 1, 1, SN-7)\n(char)" + DriverDirectory +
                                "portal.dll\n(char)" + TestFolder() + "recorder.dll\n");
     }
-    const TestProduct product = RecordingProduct(library.c_str());
     Begin("");
     EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), 0) << "neither here nor there";
-    const InstalledRecorder withoutEntryPoint(DriverDirectory(), Recorder);
+    const InstalledRecorder withoutEntryPoint(DriverDirectory, Recorder);
     EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), 0) << "a library that is no portal";
     EXPECT_EQ(UsageLog(), "");
 }
@@ -280,17 +245,11 @@ PROBE(Record)
 
 TEST_F(ActivityTrackerTest, LooksInTheDriverDirectoryOfEachSystem)
 {
-    const std::string drivers = SystemDirectory() + PathSetting;
-    const bool madeOld = CreateDirectoryA((drivers + "2").c_str(), nullptr);
-    const struct
-    {
-        const char* windows;
-        std::string directory;
-    } systems[] = {{"win98", SystemDirectory() + "\\"},
-                   {"nt40", drivers + "2\\"},
-                   {"win2k", drivers + "3\\"},
-                   {"winxp", drivers + "3\\"},
-                   {"win10", drivers + "3\\"}};
+    const bool madeOld = std::filesystem::create_directory(DriversRoot + "2");
+    const std::pair<const char*, std::string> systems[] = {{"win98", SystemFolder()},
+                                                           {"nt40", DriversRoot + "2\\"},
+                                                           {"win2k", DriverDirectory},
+                                                           {"win10", DriverDirectory}};
     for (const auto& [windows, directory] : systems)
     {
         Begin("");
@@ -299,30 +258,21 @@ TEST_F(ActivityTrackerTest, LooksInTheDriverDirectoryOfEachSystem)
         EXPECT_EQ(UsageLog(), Journey(directory, "value 0x1 1 1\ncommit\n")) << windows;
     }
     if (madeOld)
-        RemoveDirectoryA((drivers + "2").c_str());
+        std::filesystem::remove(DriversRoot + "2");
 }
 
-TEST_F(ActivityTrackerTest, LeavesNothingBehindInAThousandRounds)
+TEST_F(Recording, LeavesNothingBehindInAThousandRounds)
 {
-    const TestProduct product = RecordingProduct();
-    const InstalledRecorder installed(DriverDirectory());
     world.RemoveSwitch();
-    const auto nextHandle = []
-    {
-        const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-        CloseHandle(event);
-        return event;
-    };
-    HANDLE afterTen = nullptr;
+    std::size_t afterTen = 0;
     for (int round = 0; round < 1000; ++round)
     {
-        ActivityTracker tracker;
         SetEnvironmentVariableA("USAGE_FAULT", round % 3 ? nullptr : round % 2 ? "create=1" : "value=1");
-        EXPECT_EQ(tracker.WriteData(1, "SN-7"), round % 3 != 0);
+        EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), round % 3 != 0);
         if (round == 9)
-            afterTen = nextHandle();
+            afterTen = OpenHandles();
     }
-    EXPECT_EQ(nextHandle(), afterTen);
+    EXPECT_EQ(OpenHandles(), afterTen);
     EXPECT_FALSE(IsLoaded());
 }
 } // namespace

@@ -3,42 +3,34 @@
 #include "diag/TracePicture.h"
 #include "support/GdiObjects.h"
 #include "support/IatPatch.h"
+#include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <afxwin.h>
 #include <gtest/gtest.h>
 #include <cstring>
-#include <functional>
-#include <thread>
 
 namespace
 {
-HMODULE Library()
-{
-    return GetModuleHandleA(PRODUCT_PREFIX "util.dll");
-}
-
-// A dialog with the receiver's title in a thread of its own; keeps what it is sent.
+// A dialog with the receiver's title; keeps what it is sent.
 class Receiver
 {
   public:
-    Receiver() : m_thread([this] { Run(); }) { WaitForSingleObject(m_ready, 10000); }
-    ~Receiver()
+    Receiver()
     {
-        PostThreadMessageA(m_threadId, WM_QUIT, 0, 0);
-        m_thread.join();
-        CloseHandle(m_ready);
+        struct
+        {
+            DLGTEMPLATE dialog = {WS_POPUP | WS_CAPTION, 0, 0, 0, 0, 50, 50};
+            WORD menuClassTitle[3] = {};
+        } const empty;
+        window = CreateDialogIndirectParamA(nullptr, &empty.dialog, nullptr, Procedure, reinterpret_cast<LPARAM>(this));
+        SetWindowTextA(window, TRACE_RECEIVER_TITLE);
     }
+    ~Receiver() { DestroyWindow(window); }
     Receiver(const Receiver&) = delete;
     Receiver& operator=(const Receiver&) = delete;
 
-    struct Message
-    {
-        ULONG_PTR tag;
-        WPARAM sender;
-        std::string data;
-    };
-    std::vector<Message> messages;
-    HWND window = nullptr;
+    std::vector<std::string> messages;
+    HWND window;
 
   private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
@@ -48,31 +40,12 @@ class Receiver
         if (message != WM_COPYDATA)
             return FALSE;
         const auto* copy = reinterpret_cast<COPYDATASTRUCT*>(lParam);
+        EXPECT_EQ(copy->dwData, 0u);
+        EXPECT_EQ(wParam, 0u) << "no sender";
         reinterpret_cast<Receiver*>(GetWindowLongPtrA(dialog, DWLP_USER))
-            ->messages.push_back(
-                {copy->dwData, wParam, std::string(static_cast<const char*>(copy->lpData), copy->cbData)});
+            ->messages.emplace_back(static_cast<const char*>(copy->lpData), copy->cbData);
         return TRUE;
     }
-
-    void Run()
-    {
-        m_threadId = GetCurrentThreadId();
-        struct
-        {
-            DLGTEMPLATE dialog = {WS_POPUP | WS_CAPTION, 0, 0, 0, 0, 50, 50};
-            WORD menuClassTitle[3] = {};
-        } const empty;
-        window = CreateDialogIndirectParamA(nullptr, &empty.dialog, nullptr, Procedure, reinterpret_cast<LPARAM>(this));
-        SetWindowTextA(window, TRACE_RECEIVER_TITLE);
-        SetEvent(m_ready);
-        for (MSG message; GetMessageA(&message, nullptr, 0, 0) > 0;)
-            DispatchMessageA(&message);
-        DestroyWindow(window);
-    }
-
-    HANDLE m_ready = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    DWORD m_threadId = 0;
-    std::thread m_thread;
 };
 
 // A number as four bytes of a message.
@@ -106,28 +79,34 @@ std::string SamplePixels(int width, int height)
 class TracePictures : public testing::Test
 {
   protected:
-    TracePictures() { bitmap.CreateBitmap(3, 2, 1, 32, SamplePixels(3, 2).data()); }
+    TracePictures()
+    {
+        bitmap.CreateBitmap(3, 2, 1, 32, SamplePixels(3, 2).data());
+        dc.CreateCompatibleDC(nullptr);
+        former = dc.SelectObject(&bitmap);
+    }
+    ~TracePictures() override { dc.SelectObject(former); }
 
     void Send(bool numbered = false) { spy.OutputData("Label", 7, &bitmap, "comment", numbered); }
-    void SendRectangle(CDC* dc) { spy.OutputData("Label", 7, dc, 1, 1, 2, 2, "comment", false); }
+    void SendRectangle() { spy.OutputData("Label", 7, &dc, 1, 1, 2, 2, "comment", false); }
 
     TraceWorld world{4};
     CSpy spy;
     CBitmap bitmap;
+    CDC dc;
+    CBitmap* former;
 };
 } // namespace
 
 TEST_F(TracePictures, TheWholeMessage)
 {
     BYTE mono[] = {0xAA, 0x80, 0x55, 0x00};
-    struct Case
+    const struct
     {
-        const char* label;
-        const char* comment;
+        const char *label, *comment;
         int width, height, bitsPerPixel, lineBytes;
         std::string pixels;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"Tank", "after the fill", 3, 2, 32, 12, SamplePixels(3, 2)},
         {"", "", 1, 1, 32, 4, SamplePixels(1, 1)},
         {"mono", "9 x 2", 9, 2, 1, 2, std::string(reinterpret_cast<char*>(mono), 4)},
@@ -135,8 +114,8 @@ TEST_F(TracePictures, TheWholeMessage)
     Receiver receiver;
     Send();
     ASSERT_EQ(receiver.messages.size(), 1u);
-    unsigned long number = WordAt(receiver.messages[0].data, 32);
-    for (const Case& row : cases)
+    unsigned long number = WordAt(receiver.messages[0], 32);
+    for (const auto& row : cases)
     {
         SCOPED_TRACE(row.label);
         CBitmap picture;
@@ -150,10 +129,7 @@ TEST_F(TracePictures, TheWholeMessage)
                                      Word(0) + Word(++number) + Word(static_cast<unsigned long>(-5)) + Word(56) +
                                      Word(labelOffset) + Word(pixelOffset) + Word(pixelBytes) + row.comment + '\0' +
                                      row.label + '\0' + row.pixels;
-        const Receiver::Message& message = receiver.messages.back();
-        EXPECT_EQ(message.tag, 0u);
-        EXPECT_EQ(message.sender, 0u);
-        EXPECT_EQ(testing::PrintToString(message.data), testing::PrintToString(expected));
+        EXPECT_EQ(testing::PrintToString(receiver.messages.back()), testing::PrintToString(expected));
     }
     EXPECT_EQ(world.Log(), "") << "pictures write no record";
 }
@@ -164,9 +140,9 @@ TEST_F(TracePictures, EveryPictureTakesANumberAlsoWhenNobodyReceivesIt)
     {
         Receiver receiver;
         Send(true);
-        number = WordAt(receiver.messages.at(0).data, 32);
-        EXPECT_EQ(CommentOf(receiver.messages[0].data), "GT #" + std::to_string(number) + ": comment");
-        EXPECT_EQ(WordAt(receiver.messages[0].data, 44), 56 + CommentOf(receiver.messages[0].data).size() + 1);
+        number = WordAt(receiver.messages.at(0), 32);
+        EXPECT_EQ(CommentOf(receiver.messages[0]), "GT #" + std::to_string(number) + ": comment");
+        EXPECT_EQ(WordAt(receiver.messages[0], 44), 56 + CommentOf(receiver.messages[0]).size() + 1);
     }
     Send(true); // nobody is there
     Receiver receiver;
@@ -181,9 +157,9 @@ TEST_F(TracePictures, EveryPictureTakesANumberAlsoWhenNobodyReceivesIt)
     CSpy other; // shares the numbers
     other.OutputData("Label", 7, &bitmap, "comment", true);
     ASSERT_EQ(receiver.messages.size(), 2u);
-    EXPECT_EQ(CommentOf(receiver.messages[0].data), "comment");
-    EXPECT_EQ(WordAt(receiver.messages[0].data, 32), number + 2);
-    EXPECT_EQ(CommentOf(receiver.messages[1].data), "GT #" + std::to_string(number + 3) + ": comment");
+    EXPECT_EQ(CommentOf(receiver.messages[0]), "comment");
+    EXPECT_EQ(WordAt(receiver.messages[0], 32), number + 2);
+    EXPECT_EQ(CommentOf(receiver.messages[1]), "GT #" + std::to_string(number + 3) + ": comment");
 }
 
 TEST_F(TracePictures, TextsOfAnyKind)
@@ -193,8 +169,8 @@ TEST_F(TracePictures, TextsOfAnyKind)
     const std::string longText(100000, 'c');
     spy.OutputData(longText.c_str(), 0, &bitmap, longText.c_str(), false);
     ASSERT_EQ(receiver.messages.size(), 2u);
-    EXPECT_EQ(receiver.messages[0].data.substr(56, 5), std::string("cut\0\0", 5));
-    EXPECT_EQ(receiver.messages[1].data.substr(56), longText + '\0' + longText + '\0' + SamplePixels(3, 2));
+    EXPECT_EQ(receiver.messages[0].substr(56, 5), std::string("cut\0\0", 5));
+    EXPECT_EQ(receiver.messages[1].substr(56), longText + '\0' + longText + '\0' + SamplePixels(3, 2));
 }
 
 TEST_F(TracePictures, PixelsOfADibSectionAsTheSystemGivesThem)
@@ -209,7 +185,7 @@ TEST_F(TracePictures, PixelsOfADibSectionAsTheSystemGivesThem)
     Receiver receiver;
     spy.OutputData("dib", 0, &dib, "", false);
     ASSERT_EQ(receiver.messages.size(), 1u);
-    const std::string& message = receiver.messages[0].data;
+    const std::string& message = receiver.messages[0];
     const std::string pixels = message.substr(WordAt(message, 48));
     EXPECT_EQ(WordAt(message, 52), 24u);
     ASSERT_EQ(pixels.size(), 24u);
@@ -219,14 +195,10 @@ TEST_F(TracePictures, PixelsOfADibSectionAsTheSystemGivesThem)
 
 TEST_F(TracePictures, ARectangleOfADeviceContext)
 {
-    CDC dc;
-    ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
-    CBitmap* const former = dc.SelectObject(&bitmap);
     Receiver receiver;
     spy.OutputData("part", 9, &dc, 1, 0, 2, 2, "of it", false);
-    dc.SelectObject(former);
     ASSERT_EQ(receiver.messages.size(), 1u);
-    const std::string& message = receiver.messages[0].data;
+    const std::string& message = receiver.messages[0];
     const std::string all = SamplePixels(3, 2);
     EXPECT_EQ(WordAt(message, 4), 2u);
     EXPECT_EQ(WordAt(message, 8), 2u);
@@ -236,44 +208,37 @@ TEST_F(TracePictures, ARectangleOfADeviceContext)
 
 TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
 {
-    CDC dc;
-    ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
-    CBitmap* const former = dc.SelectObject(&bitmap);
     const HMODULE framework = GetModuleHandleA("tvkframe.dll");
     static HWND gone;
-    {
-        Receiver receiver;
-        gone = receiver.window;
-    }
-    struct Case
+    gone = Receiver().window;
+    const auto as = [](auto* function) { return reinterpret_cast<void (*)()>(function); };
+    const struct
     {
         const char* function;
         HMODULE module;
         void (*replacement)();
         bool takesNumber;
-    };
-    const auto as = [](auto* function) { return reinterpret_cast<void (*)()>(function); };
-    const Case cases[] = {
+    } cases[] = {
         {"CreateCompatibleBitmap", framework, as(+[](HDC, int, int) -> HBITMAP { return nullptr; }), false},
         {"CreateCompatibleDC", framework, as(+[](HDC) -> HDC { return nullptr; }), false},
-        {"SelectObject", Library(), as(+[](HDC, HGDIOBJ) -> HGDIOBJ { return nullptr; }), false},
+        {"SelectObject", LibraryUnderTest(), as(+[](HDC, HGDIOBJ) -> HGDIOBJ { return nullptr; }), false},
         {"BitBlt", framework, as(+[](HDC, int, int, int, int, HDC, int, int, DWORD) -> BOOL { return FALSE; }), false},
-        {"FindWindowA", Library(), as(+[](const char*, const char*) -> HWND { return nullptr; }), true},
-        {"FindWindowA", Library(), as(+[](const char*, const char*) -> HWND { return gone; }), true},
-        {"GetObjectA", Library(), as(+[](HANDLE, int, void*) -> int { return 0; }), true},
-        {"GetObjectA", Library(),
+        {"FindWindowA", LibraryUnderTest(), as(+[](const char*, const char*) -> HWND { return nullptr; }), true},
+        {"FindWindowA", LibraryUnderTest(), as(+[](const char*, const char*) -> HWND { return gone; }), true},
+        {"GetObjectA", LibraryUnderTest(), as(+[](HANDLE, int, void*) -> int { return 0; }), true},
+        {"GetObjectA", LibraryUnderTest(),
          as(+[](HANDLE, int, void* place) -> int
             {
                 *static_cast<BITMAP*>(place) = {0, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, 4, 32, nullptr};
                 return sizeof(BITMAP);
             }),
          true},
-        {"GetBitmapBits", Library(), as(+[](HBITMAP, LONG, void*) -> LONG { return 0; }), true},
+        {"GetBitmapBits", LibraryUnderTest(), as(+[](HBITMAP, LONG, void*) -> LONG { return 0; }), true},
     };
     Receiver receiver;
     Send();
-    unsigned long number = WordAt(receiver.messages.at(0).data, 32);
-    for (const Case& row : cases)
+    unsigned long number = WordAt(receiver.messages.at(0), 32);
+    for (const auto& row : cases)
     {
         SCOPED_TRACE(row.function);
         receiver.messages.clear();
@@ -284,7 +249,7 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
             {
                 if (i == 10)
                     before = CountGdiObjects();
-                SendRectangle(&dc);
+                SendRectangle();
             }
         }
         EXPECT_EQ(CountGdiObjects(), before);
@@ -292,16 +257,12 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
         Send();
         ASSERT_EQ(receiver.messages.size(), 1u);
         number += row.takesNumber ? 201 : 1;
-        EXPECT_EQ(WordAt(receiver.messages[0].data, 32), number);
+        EXPECT_EQ(WordAt(receiver.messages[0], 32), number);
     }
-    dc.SelectObject(former);
 }
 
 TEST_F(TracePictures, AThousandPicturesLeaveNothingBehind)
 {
-    CDC dc;
-    ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
-    CBitmap* const former = dc.SelectObject(&bitmap);
     Receiver receiver;
     int before = 0;
     for (int i = 0; i < 1000; ++i)
@@ -309,9 +270,8 @@ TEST_F(TracePictures, AThousandPicturesLeaveNothingBehind)
         if (i == 10)
             before = CountGdiObjects();
         Send();
-        SendRectangle(&dc);
+        SendRectangle();
     }
     EXPECT_EQ(CountGdiObjects(), before);
     EXPECT_EQ(receiver.messages.size(), 2000u);
-    dc.SelectObject(former);
 }

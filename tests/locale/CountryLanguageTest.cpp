@@ -1,79 +1,40 @@
-// The user's locale as the suite's language, read from the real registry value, which every test puts back.
+// The user's locale as the suite's language, read from a registry of the test's own.
 #include "locale/CountryLanguage.h"
-#include <windows.h>
+#include "support/OpenHandles.h"
+#include "support/RedirectedRoot.h"
 #include <gtest/gtest.h>
-#include <cstring>
 #include <set>
 #include <sstream>
 #include <string>
-#include <vector>
 
 namespace
 {
-const char* const International = "Control Panel\\International";
-
 /// The languages by code: each with all its locales.
 struct Group
 {
     unsigned int code;
-    const char* name;
-    const char* locales;
+    const char *name, *locales;
 };
+// clang-format off
 const Group Groups[] = {
-    {0, "ENGLISH", "409 809 1009 1409 C09 1C09 2009 2409 2809 2C09 1809"},
-    {1, "FRENCH", "40C 80C 100C C0C 140C"},
-    {2, "GERMAN", "407 807 C07 1007 1407"},
-    {3, "ITALIAN", "410 810"},
+    {0, "ENGLISH", "409 809 1009 1409 C09 1C09 2009 2409 2809 2C09 1809"}, {1, "FRENCH", "40C 80C 100C C0C 140C"},
+    {2, "GERMAN", "407 807 C07 1007 1407"}, {3, "ITALIAN", "410 810"},
     {4, "SPANISH", "40A 80A 100A 140A 180A 1C0A 200A 240A 280A 2C0A 300A 340A 380A 3C0A 400A 440A 480A 4C0A 500A"},
-    {5, "DANISH", "406"},
-    {6, "NORWEGAN", "414"},
-    {7, "DUTCH", "413 813"},
-    {8, "SWEDISH", "41D 81D"},
-    {9, "FINNISH", "40B"},
-    {10, "PORTBRZL", "816"},
-    {12, "JAPANESE", "411"},
-    {13, "CHI_SIMP", "804 1004"},
-    {14, "CHI_TRAD", "404 1404 C04"},
-    {15, "CZECH", "405"},
-    {16, "GREEK", "408"},
-    {17, "HUNGARAN", "40E"},
-    {18, "ICELANDIC", "40F"},
-    {19, "KOREAN", "412 812"},
-    {20, "POLISH", "415"},
-    {21, "PORTBRZL", "416"},
-    {22, "RUSSIAN", "419"},
-    {23, "SLOVAK", "41B"},
-    {24, "TURKISH", "41F"},
-    {25, "VIETNAMESE", "42A"},
-    {26, "UKRAINIAN", "422"},
-    {27, "THAI", "41E"},
-    {28, "SPANISH", "C0A"},
-    {29, "SLOVENIAN", "424"},
-    {30, "SERBIAN_LATIN", "81A"},
-    {31, "SERBIAN_CYRILLIC", "C1A"},
-    {32, "ROMANIAN", "418"},
-    {33, "LITHUANIAN", "427"},
-    {34, "LATVIAN", "426"},
-    {35, "INDONESIAN", "421"},
-    {36, "FAEROESE", "438"},
-    {37, "ESTONIAN", "425"},
-    {38, "CROATIAN", "41A"},
-    {39, "CATALAN", "403"},
-    {40, "BULGARIAN", "402"},
-    {41, "BELARUSIAN", "423"},
-    {42, "BASQUE", "42D"},
-    {43, "ALBANIAN", "41C"},
-    {44, "AFRIKAANS", "436"},
-    {45, "NORWEGAN", "814"},
+    {5, "DANISH", "406"}, {6, "NORWEGAN", "414"}, {7, "DUTCH", "413 813"}, {8, "SWEDISH", "41D 81D"},
+    {9, "FINNISH", "40B"}, {10, "PORTBRZL", "816"}, {12, "JAPANESE", "411"}, {13, "CHI_SIMP", "804 1004"},
+    {14, "CHI_TRAD", "404 1404 C04"}, {15, "CZECH", "405"}, {16, "GREEK", "408"}, {17, "HUNGARAN", "40E"},
+    {18, "ICELANDIC", "40F"}, {19, "KOREAN", "412 812"}, {20, "POLISH", "415"}, {21, "PORTBRZL", "416"},
+    {22, "RUSSIAN", "419"}, {23, "SLOVAK", "41B"}, {24, "TURKISH", "41F"}, {25, "VIETNAMESE", "42A"},
+    {26, "UKRAINIAN", "422"}, {27, "THAI", "41E"}, {28, "SPANISH", "C0A"}, {29, "SLOVENIAN", "424"},
+    {30, "SERBIAN_LATIN", "81A"}, {31, "SERBIAN_CYRILLIC", "C1A"}, {32, "ROMANIAN", "418"}, {33, "LITHUANIAN", "427"},
+    {34, "LATVIAN", "426"}, {35, "INDONESIAN", "421"}, {36, "FAEROESE", "438"}, {37, "ESTONIAN", "425"},
+    {38, "CROATIAN", "41A"}, {39, "CATALAN", "403"}, {40, "BULGARIAN", "402"}, {41, "BELARUSIAN", "423"},
+    {42, "BASQUE", "42D"}, {43, "ALBANIAN", "41C"}, {44, "AFRIKAANS", "436"}, {45, "NORWEGAN", "814"},
     {46, "HEBREW", "40D"},
     {47, "ARABIC", "401 801 C01 1001 1401 1801 1C01 2001 2401 2801 2C01 3001 3401 3801 3C01 4001"},
     {48, "MACEDONIA", "42F"},
 };
-
-std::string Padded(const std::string& digits)
-{
-    return std::string(8 - digits.size(), '0') + digits;
-}
+// clang-format on
 
 struct Answer
 {
@@ -91,45 +52,23 @@ const Answer French = {1, "0000040C", "FRENCH"};
 /// Asks with buffers of just the promised sizes and guards behind them.
 Answer Ask()
 {
-    char locale[COUNTRYLANGUAGE_LOCALE_SIZE + 4], name[COUNTRYLANGUAGE_NAME_SIZE + 4];
-    std::memset(locale, '#', sizeof locale);
-    std::memset(name, '#', sizeof name);
-    const unsigned int code = Get32CountryLanguage(locale, name);
-    EXPECT_EQ(std::string(locale + COUNTRYLANGUAGE_LOCALE_SIZE, 4), "####");
-    EXPECT_EQ(std::string(name + COUNTRYLANGUAGE_NAME_SIZE, 4), "####");
-    return {code, locale, name};
+    std::string locale(COUNTRYLANGUAGE_LOCALE_SIZE + 4, '#'), name(COUNTRYLANGUAGE_NAME_SIZE + 4, '#');
+    const unsigned int code = Get32CountryLanguage(locale.data(), name.data());
+    EXPECT_EQ(locale.substr(COUNTRYLANGUAGE_LOCALE_SIZE), "####");
+    EXPECT_EQ(name.substr(COUNTRYLANGUAGE_NAME_SIZE), "####");
+    return {code, locale.c_str(), name.c_str()};
 }
 
 class CountryLanguage : public testing::Test
 {
   protected:
-    CountryLanguage()
+    static void Set(const std::string& bytes, DWORD type = REG_SZ)
     {
-        RegOpenKeyExA(HKEY_CURRENT_USER, International, 0, KEY_ALL_ACCESS, &m_key);
-        DWORD size = sizeof m_saved;
-        m_savedSize = RegQueryValueExA(m_key, "Locale", nullptr, &m_savedType, m_saved, &size) ? 0 : size;
+        RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "Locale", type, bytes.data(),
+                        static_cast<DWORD>(bytes.size()));
     }
-    ~CountryLanguage() override
-    {
-        RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-        if (m_savedSize)
-            RegSetValueExA(m_key, "Locale", 0, m_savedType, m_saved, m_savedSize);
-        else
-            RegDeleteValueA(m_key, "Locale");
-        RegCloseKey(m_key);
-    }
-    void Set(const std::string& bytes, DWORD type = REG_SZ)
-    {
-        RegSetValueExA(m_key, "Locale", 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                       static_cast<DWORD>(bytes.size()));
-    }
-    void SetText(const std::string& text) { Set(std::string(text.c_str(), text.size() + 1)); }
 
-    HKEY m_key = nullptr;
-
-  private:
-    BYTE m_saved[256] = {};
-    DWORD m_savedSize = 0, m_savedType = REG_SZ;
+    const RedirectedRoot m_user{HKEY_CURRENT_USER};
 };
 
 TEST_F(CountryLanguage, KnowsEachLocaleInEverySpelling)
@@ -140,13 +79,13 @@ TEST_F(CountryLanguage, KnowsEachLocaleInEverySpelling)
         std::istringstream words(group.locales);
         for (std::string digits; words >> digits;)
         {
-            const std::string locale = Padded(digits);
+            const std::string locale = std::string(8 - digits.size(), '0') + digits;
             locales.insert(locale);
             std::string lower = locale;
             CharLowerA(lower.data());
             for (const std::string& text : {locale, lower, digits})
             {
-                SetText(text);
+                Set(text + '\0');
                 EXPECT_EQ(Ask(), (Answer{group.code, locale, group.name})) << text;
                 const std::set<unsigned int> doubleByte = {12, 13, 14, 19};
                 EXPECT_EQ(IsOSLanguageDBCS(), static_cast<int>(doubleByte.count(group.code))) << text;
@@ -158,7 +97,7 @@ TEST_F(CountryLanguage, KnowsEachLocaleInEverySpelling)
 
 TEST_F(CountryLanguage, FallsBackToFrench)
 {
-    const std::string unterminated = "00000411";
+    EXPECT_EQ(Ask(), French) << "no key";
     const struct
     {
         const char* what;
@@ -169,15 +108,14 @@ TEST_F(CountryLanguage, FallsBackToFrench)
         {"empty", std::string(1, '\0'), REG_SZ, French},
         {"no bytes at all", "", REG_SZ, French},
         {"unknown locale", std::string("0000FFFF", 9), REG_SZ, French},
-        {"no number", std::string("english\0", 8), REG_SZ, French},
-        {"nine characters", std::string("123456789\0", 10), REG_SZ, French},
-        {"nine characters that end in a locale", std::string("000000409\0", 10), REG_SZ, French},
+        {"no number", std::string("english", 8), REG_SZ, French},
+        {"nine characters that end in a locale", std::string("000000409", 10), REG_SZ, French},
         {"254 characters", std::string(254, '4') + '\0', REG_SZ, French},
         {"more than the buffer", std::string(2000, '4') + '\0', REG_SZ, French},
-        {"a blank in front", std::string(" 409\0", 5), REG_SZ, French},
+        {"a blank in front", std::string(" 409", 5), REG_SZ, French},
         {"a number instead of text", std::string("\x11\x04\0\0", 4), REG_DWORD, French},
-        {"text declared binary", std::string("00000411\0", 9), REG_BINARY, French},
-        {"without terminator", unterminated, REG_SZ, {12, "00000411", "JAPANESE"}},
+        {"text declared binary", std::string("00000411", 9), REG_BINARY, French},
+        {"without terminator", "00000411", REG_SZ, {12, "00000411", "JAPANESE"}},
         {"text behind the terminator", std::string("409\0junk", 8), REG_SZ, {0, "00000409", "ENGLISH"}},
     };
     for (const auto& [what, bytes, type, expected] : cases)
@@ -185,35 +123,19 @@ TEST_F(CountryLanguage, FallsBackToFrench)
         Set(bytes, type);
         EXPECT_EQ(Ask(), expected) << what;
     }
-    RegDeleteValueA(m_key, "Locale");
+    RegDeleteKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "Locale");
     EXPECT_EQ(Ask(), French) << "no value";
     EXPECT_EQ(IsOSLanguageDBCS(), 0) << "no value";
 }
 
-TEST_F(CountryLanguage, FallsBackToFrenchWithoutTheKeyAndLeavesNothingOpen)
+TEST_F(CountryLanguage, LeavesNothingOpen)
 {
-    const auto nextHandle = []
-    {
-        const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-        CloseHandle(event);
-        return event;
-    };
-    SetText("00000411");
+    Set("00000411");
     Ask();
-    const HANDLE before = nextHandle();
+    const std::size_t before = OpenHandles();
     for (int i = 0; i < 100; ++i)
         Ask();
-    EXPECT_EQ(nextHandle(), before);
-
-    HKEY empty = nullptr;
-    const char* const scratch = "Software\\CountryLanguageTest";
-    ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, scratch, &empty), ERROR_SUCCESS);
-    RegOverridePredefKey(HKEY_CURRENT_USER, empty);
-    EXPECT_EQ(Ask(), French);
-    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-    RegCloseKey(empty);
-    RegDeleteKeyA(HKEY_CURRENT_USER, scratch);
-    EXPECT_EQ(Ask().code, 12u);
+    EXPECT_EQ(OpenHandles(), before);
 }
 
 TEST(DecimalLangID, ConvertsWithinElevenBytes)
@@ -227,11 +149,10 @@ TEST(DecimalLangID, ConvertsWithinElevenBytes)
                  {"80000000", "-214748364"}}; // the eleventh digit does not fit
     for (const auto& [hex, decimal] : cases)
     {
-        char out[COUNTRYLANGUAGE_DECIMAL_SIZE + 4];
-        std::memset(out, '#', sizeof out);
-        GetDecimalLangID(hex, out);
-        EXPECT_STREQ(out, decimal) << hex;
-        EXPECT_EQ(std::string(out + COUNTRYLANGUAGE_DECIMAL_SIZE, 4), "####") << hex;
+        std::string out(COUNTRYLANGUAGE_DECIMAL_SIZE + 4, '#');
+        GetDecimalLangID(hex, out.data());
+        EXPECT_STREQ(out.c_str(), decimal) << hex;
+        EXPECT_EQ(out.substr(COUNTRYLANGUAGE_DECIMAL_SIZE), "####") << hex;
     }
 }
 } // namespace

@@ -118,10 +118,9 @@ TEST_F(TelephoneList, HasMyCountryFirstThenTheOthersInTheSuitesOrder)
     for (unsigned int language = 1; language < 0x40; ++language)
         for (unsigned int country = 1; country < 0x20; ++country)
         {
-            char line[32];
-            const int length =
-                std::snprintf(line, sizeof line, "  0x%04X=%04X", country << 10 | language, country << 10 | language);
-            section.append(line, static_cast<std::size_t>(length) + 1);
+            CString line;
+            line.Format("  0x%04X=%04X", country << 10 | language, country << 10 | language);
+            section += std::string(line) + '\0';
         }
     WritePrivateProfileSectionA("Numbers", section.c_str(), (DriverRoot + "3\\tele.ini").c_str());
     Telephones telephones;
@@ -154,30 +153,25 @@ TEST_F(TelephoneList, TellsNumbersFromTheirAbsence)
 {
     const TestProduct product = TelephoneProduct(0);
     const std::string longNumber(400, '7');
-    WriteNumber("00000401", "");
-    WriteNumber("00000402", "Default");
-    WriteNumber("00000403", "default");
-    WriteNumber("00000404", "0800 (1) 22");
-    WriteNumber("0000040C", "France's");
-    WriteNumber("00000405", longNumber.c_str());
-    const struct
+    const std::pair<const char*, const char*> numbers[] = {{"00000401", ""},         {"00000402", "Default"},
+                                                           {"00000403", "default"},  {"00000404", "0800 (1) 22"},
+                                                           {"0000040C", "France's"}, {"00000405", longNumber.c_str()}};
+    for (const auto& [locale, number] : numbers)
+        WriteNumber(locale, number);
+    struct Case
     {
         const char* locale;
         int result;
         std::string number;
-    } cases[] = {
-        {"00000401", 0, ""},
-        {"00000402", 0, "Default"},
-        {"00000403", 1, "default"},
-        {"00000404", 1, "0800 (1) 22"},
-        {"00000405", 1, longNumber.substr(0, 255)},
-        {"00000406", 0, "Default"}, // no such key
-        {"0000040c", 1, "France's"},
-        {"abcd0404", 1, "0800 (1) 22"}, // only what is behind the fourth character counts
-        {"0404", 0, "Default"},
-        {"040", 0, ""},
-        {"", 0, ""},
     };
+    // clang-format off
+    const Case cases[] = {
+        {"00000401", 0, ""}, {"00000402", 0, "Default"}, {"00000403", 1, "default"}, {"00000404", 1, "0800 (1) 22"},
+        {"00000405", 1, longNumber.substr(0, 255)}, {"0000040c", 1, "France's"},
+        {"00000406", 0, "Default"}, {"0404", 0, "Default"}, // no such key
+        {"abcd0404", 1, "0800 (1) 22"}, {"040", 0, ""}, // only what is behind the fourth character counts
+    };
+    // clang-format on
     OEMTeleIni telephones;
     for (const auto& [locale, result, number] : cases)
     {
@@ -230,29 +224,24 @@ TEST_F(TelephoneList, RemembersTheSystemsLocaleWhenThereIsNone)
     const TestProduct product = TelephoneProduct(0);
     WriteNumber("00000407", "1");
     WriteNumber("00000409", "2");
-    const struct
+    const auto expect = [](const char* remembered, const char* first)
     {
-        const char* what;
-        std::function<void()> prepare;
-        const char* remembered;
-        const char* first;
-    } cases[] = {
-        {"no key", [] {}, "00000407", "0407 Germany"},
-        {"empty", [this] { Remember(""); }, "00000407", "0407 Germany"},
-        {"only prepared", [this] { Remember("MyLocale"); }, "00000407", "0407 Germany"},
-        {"too long", [this] { Remember(std::string(400, '4')); }, "00000407", "0407 Germany"},
-        {"a number", [this] { m_registry.SetNumber(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", 0x409); }, "00000407",
-         "0407 Germany"},
-        {"one of ours", [this] { Remember("00000409"); }, "00000409", "0409 United States"},
-        {"whatever it is", [this] { Remember("mine"); }, "mine", "0407 Germany"},
+        EXPECT_EQ(Telephones().List().at(0), first);
+        EXPECT_EQ(Remembered(), remembered);
     };
-    for (const auto& [what, prepare, remembered, first] : cases)
+    expect("00000407", "0407 Germany"); // no key
+    m_registry.SetNumber(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", 0x409);
+    expect("00000407", "0407 Germany");
+    // Empty, only prepared, too long.
+    for (const std::string& text : {std::string(), std::string("MyLocale"), std::string(400, '4')})
     {
-        prepare();
-        Telephones telephones;
-        EXPECT_EQ(telephones.List().at(0), first) << what;
-        EXPECT_EQ(Remembered(), remembered) << what;
+        Remember(text);
+        expect("00000407", "0407 Germany");
     }
+    Remember("00000409");
+    expect("00000409", "0409 United States");
+    Remember("mine");
+    expect("mine", "0407 Germany"); // whatever it is
     SetUserLocale("of no country");
     Remember("");
     Telephones().List();
@@ -265,10 +254,8 @@ TEST_F(TelephoneList, GoesOnWithoutRightsToTheKey)
     WriteNumber("00000407", "1");
     Remember("00000409");
     m_registry.Restrict(HKEY_LOCAL_MACHINE, Supplies, KEY_READ);
-    Telephones telephones;
-    EXPECT_STREQ(telephones.ReadMyLocaleKey("MyLocale"), "");
-    EXPECT_THAT(telephones.List(), ElementsAre("0407 Germany"));
-    telephones.WriteMyLocaleKey("00000411");
+    EXPECT_STREQ(OEMTeleIni().ReadMyLocaleKey("MyLocale"), "");
+    EXPECT_THAT(Telephones().List(), ElementsAre("0407 Germany"));
     EXPECT_EQ(Remembered(), "00000409");
 }
 
@@ -407,9 +394,10 @@ void InDialog(OEMTeleIni& telephones, const std::function<void(HWND dialog, HWND
     EXPECT_FALSE(GetModuleHandleA(Resources));
 }
 
-void Press(HWND dialog, int button)
+void Command(HWND dialog, int command)
 {
-    SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+    SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(command),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, LOWORD(command))));
 }
 
 TEST_F(TelephoneList, LetsTheUserChooseACountry)
@@ -419,48 +407,43 @@ TEST_F(TelephoneList, LetsTheUserChooseACountry)
         WriteNumber(locale, locale + 4);
     Remember("00000409");
     OEMTeleIni telephones;
-    InDialog(telephones,
-             [](HWND dialog, HWND list)
-             {
-                 EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 3);
-                 EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), 0);
-                 char text[100] = "";
-                 SendMessageA(list, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
-                 EXPECT_STREQ(text, "0409 - United States");
-                 EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
-                 SendMessageA(list, LB_SETCURSEL, 2, 0);
-                 Press(dialog, IDCANCEL);
-             });
-    EXPECT_EQ(Remembered(), "00000409") << "cancelled";
-    InDialog(telephones,
-             [](HWND dialog, HWND list)
-             {
-                 SendMessageA(list, LB_SETCURSEL, 2, 0);
-                 Press(dialog, IDOK);
-             });
-    EXPECT_EQ(Remembered(), "00000407");
-    InDialog(telephones,
-             [](HWND dialog, HWND list)
-             {
-                 SendMessageA(list, LB_SETCURSEL, 1, 0);
-                 SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_SELECT_COUNTRY_LIST, LBN_DBLCLK),
-                              reinterpret_cast<LPARAM>(list));
-             });
-    EXPECT_EQ(Remembered(), "0000040C") << "a double click is OK";
-
+    const struct
+    {
+        WPARAM choice;
+        int command;
+        const char* remembered;
+    } cases[] = {{2, IDCANCEL, "00000409"},
+                 {2, IDOK, "00000407"},
+                 {1, MAKELONG(IDC_SELECT_COUNTRY_LIST, LBN_DBLCLK), "0000040C"}};
+    for (const auto& [choice, command, remembered] : cases)
+    {
+        const std::string first = Remembered().substr(4);
+        InDialog(telephones,
+                 [&](HWND dialog, HWND list)
+                 {
+                     EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 3);
+                     EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), 0);
+                     char text[100] = "";
+                     SendMessageA(list, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
+                     EXPECT_EQ(std::string(text).substr(0, 7), first + " - ");
+                     EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
+                     SendMessageA(list, LB_SETCURSEL, choice, 0);
+                     Command(dialog, command);
+                 });
+        EXPECT_EQ(Remembered(), remembered);
+    }
     Remember("00000411"); // no number
     InDialog(telephones,
              [](HWND dialog, HWND list)
              {
                  EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), LB_ERR);
                  EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
-                 Press(dialog, IDOK);
+                 Command(dialog, IDOK);
                  EXPECT_TRUE(IsWindow(dialog)) << "nothing is chosen";
                  SendMessageA(list, LB_SETCURSEL, 0, 0);
-                 SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_SELECT_COUNTRY_LIST, LBN_SELCHANGE),
-                              reinterpret_cast<LPARAM>(list));
+                 Command(dialog, MAKELONG(IDC_SELECT_COUNTRY_LIST, LBN_SELCHANGE));
                  EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
-                 Press(dialog, IDCANCEL);
+                 Command(dialog, IDCANCEL);
              });
     EXPECT_EQ(Remembered(), "00000411");
 }

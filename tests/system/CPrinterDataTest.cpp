@@ -1,12 +1,11 @@
 // Papers and settings of a printer that is installed for the test, with the system's PostScript driver and the
 // description of the sample printer; and what is left of each failing spooler call.
 #include "system/CPrinterData.h"
-#include "IatPatch.h"
-#include "TestProduct.h"
 #include "install/InstalledPrinter.h"
+#include "support/IatPatch.h"
+#include "support/TestProduct.h"
 #include <gtest/gtest.h>
 #include <array>
-#include <string>
 #include <vector>
 
 namespace
@@ -14,44 +13,33 @@ namespace
 const char* const PrinterName = "A test printer with a name beyond thirty-one characters";
 const PrinterDriver Driver = {"A test driver", CString(TestFolder().c_str()) + "larkmoor.ppd"};
 
-std::ostream& operator<<(std::ostream& out, const CRect& rect)
+/// The answer as "result: left,top right,bottom" and what else it holds.
+std::string Answer(int result, const CRect& rect, const std::string& rest)
 {
-    return out << rect.left << ',' << rect.top << ' ' << rect.right << ',' << rect.bottom;
+    CString text;
+    text.Format("%d: %d,%d %d,%d ", result, static_cast<int>(rect.left), static_cast<int>(rect.top),
+                static_cast<int>(rect.right), static_cast<int>(rect.bottom));
+    return std::string(text) + rest;
 }
 
-struct Area
+std::string PrintableArea(CPrinterData& data, short paper, const char* printer = PrinterName)
 {
-    int result;
-    CRect rect;
-    CPoint dpi;
-
-    bool operator==(const Area& other) const
-    {
-        return result == other.result && rect == other.rect && dpi == other.dpi;
-    }
-    friend std::ostream& operator<<(std::ostream& out, const Area& area)
-    {
-        return out << area.result << ": " << area.rect << " at " << area.dpi.x << ',' << area.dpi.y;
-    }
-};
-const Area NoArea = {0, CRect(0, 0, 0, 0), CPoint(0, 0)};
-
-Area PrintableArea(CPrinterData& data, short paper, const char* printer = PrinterName)
-{
-    Area area = {-1, CRect(1, 2, 3, 4), CPoint(5, 6)};
-    area.result = data.GetPrintableArea(printer, paper, area.rect, area.dpi);
-    return area;
+    CRect rect(1, 2, 3, 4);
+    CPoint dpi(5, 6);
+    const int result = data.GetPrintableArea(printer, paper, rect, dpi);
+    return Answer(result, rect, "at " + std::to_string(dpi.x) + "," + std::to_string(dpi.y));
 }
+const char* const NoArea = "0: 0,0 0,0 at 0,0";
+const char* const A4Area = "1: 37,38 2404,3320 at 300,300";
 
-/// The twin's id as `dpi.x`.
-Area Borderless(CPrinterData& data, short paper, const char* printer = PrinterName)
+std::string Borderless(CPrinterData& data, short paper, const char* printer = PrinterName)
 {
-    Area area = {-1, CRect(1, 2, 3, 4), CPoint(0, 0)};
-    area.result = data.GetBorderlessPaperSize(printer, paper, area.rect);
-    area.dpi.x = paper;
-    return area;
+    CRect rect(1, 2, 3, 4);
+    const int result = data.GetBorderlessPaperSize(printer, paper, rect);
+    return Answer(result, rect, "paper " + std::to_string(paper));
 }
-const Area NoTwin = {0, CRect(0, 0, 0, 0), CPoint(-1, 0)};
+const char* const NoTwin = "0: 0,0 0,0 paper -1";
+const char* const A4Twin = "1: 0,0 2479,3508 paper 257";
 
 /// GetPrinterDevNames is private: an explicit instantiation may name it all the same.
 int DevNames(CPrinterData& data, const char* printer, void** names, void* open);
@@ -84,65 +72,46 @@ enum Call
     CAPABILITIES,
     CONTEXT,
     ALLOCATE,
+    RETURN,
     CALLS
 };
 std::array<int, CALLS> g_made;
 Call g_failing;
 int g_failAt, g_failure, g_outstanding;
 
-bool Fails(Call call)
-{
-    return ++g_made[call] == g_failAt && call == g_failing;
-}
+template <class F>
+class Counted;
 
-BOOL WINAPI CountOpen(LPSTR name, HANDLE* printer, PRINTER_DEFAULTSA* defaults)
+template <class R, class... A>
+class Counted<R(WINAPI*)(A...)>
 {
-    const BOOL opened = !Fails(OPEN) && OpenPrinterA(name, printer, defaults);
-    g_outstanding += opened;
-    return opened;
-}
-BOOL WINAPI CountClose(HANDLE printer)
-{
-    --g_outstanding;
-    return ClosePrinter(printer);
-}
-BOOL WINAPI CountInfo(HANDLE printer, DWORD level, BYTE* info, DWORD size, DWORD* needed)
-{
-    if (!Fails(INFO))
-        return GetPrinterA(printer, level, info, size, needed);
-    SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-}
-LONG WINAPI CountProperties(HWND window, HANDLE printer, LPSTR name, DEVMODEA* out, DEVMODEA* in, DWORD mode)
-{
-    return Fails(PROPERTIES) ? g_failure : DocumentPropertiesA(window, printer, name, out, in, mode);
-}
-int WINAPI CountCapabilities(LPCSTR printer, LPCSTR port, WORD what, LPSTR out, const DEVMODEA* mode)
-{
-    return Fails(CAPABILITIES) ? g_failure : DeviceCapabilitiesA(printer, port, what, out, mode);
-}
-HDC WINAPI CountContext(LPCSTR driver, LPCSTR device, LPCSTR output, const DEVMODEA* mode)
-{
-    const HDC context = Fails(CONTEXT) ? nullptr : CreateDCA(driver, device, output, mode);
-    g_outstanding += context != nullptr;
-    return context;
-}
-BOOL WINAPI CountDelete(HDC context)
-{
-    --g_outstanding;
-    return DeleteDC(context);
-}
-HGLOBAL WINAPI CountAllocate(UINT flags, SIZE_T size)
-{
-    const HGLOBAL memory = Fails(ALLOCATE) ? nullptr : GlobalAlloc(flags, size);
-    g_outstanding += memory != nullptr;
-    return memory;
-}
-HGLOBAL WINAPI CountFree(HGLOBAL memory)
-{
-    --g_outstanding;
-    return GlobalFree(memory);
-}
+  public:
+    /// `balance`: what a successful call adds to what is outstanding.
+    Counted(const char* function, Call call, int balance = 0) : m_patch(LibraryUnderTest(), function, &Answer)
+    {
+        s_call = call;
+        s_balance = balance;
+        s_original = m_patch.template Original<R(WINAPI*)(A...)>();
+    }
+
+  private:
+    static R WINAPI Answer(A... arguments)
+    {
+        if (++g_made[s_call] == g_failAt && s_call == g_failing)
+        {
+            SetLastError(ERROR_ACCESS_DENIED);
+            return (R) static_cast<INT_PTR>(g_failure);
+        }
+        const R result = s_original(arguments...);
+        if (result || s_call == RETURN) // freed memory answers null
+            g_outstanding += s_balance;
+        return result;
+    }
+    static inline Call s_call;
+    static inline int s_balance;
+    static inline R(WINAPI* s_original)(A...);
+    IatPatch m_patch;
+};
 
 struct Ledger
 {
@@ -154,16 +123,15 @@ struct Ledger
         g_failure = failure;
         g_outstanding = 0;
     }
-    HMODULE library = LibraryUnderTest();
-    IatPatch open{library, "OpenPrinterA", CountOpen};
-    IatPatch close{library, "ClosePrinter", CountClose};
-    IatPatch info{library, "GetPrinterA", CountInfo};
-    IatPatch properties{library, "DocumentPropertiesA", CountProperties};
-    IatPatch capabilities{library, "DeviceCapabilitiesA", CountCapabilities};
-    IatPatch context{library, "CreateDCA", CountContext};
-    IatPatch deleteContext{library, "DeleteDC", CountDelete};
-    IatPatch allocate{library, "GlobalAlloc", CountAllocate};
-    IatPatch free{library, "GlobalFree", CountFree};
+    Counted<decltype(&OpenPrinterA)> open{"OpenPrinterA", OPEN, 1};
+    Counted<decltype(&ClosePrinter)> close{"ClosePrinter", RETURN, -1};
+    Counted<decltype(&GetPrinterA)> info{"GetPrinterA", INFO};
+    Counted<decltype(&DocumentPropertiesA)> properties{"DocumentPropertiesA", PROPERTIES};
+    Counted<decltype(&DeviceCapabilitiesA)> capabilities{"DeviceCapabilitiesA", CAPABILITIES};
+    Counted<decltype(&CreateDCA)> context{"CreateDCA", CONTEXT, 1};
+    Counted<decltype(&DeleteDC)> deleteContext{"DeleteDC", RETURN, -1};
+    Counted<decltype(&GlobalAlloc)> allocate{"GlobalAlloc", ALLOCATE, 1};
+    Counted<decltype(&GlobalFree)> free{"GlobalFree", RETURN, -1};
 };
 
 // A driver that says of each paper, in its order, what stands here.
@@ -173,10 +141,15 @@ struct ScriptedPaper
     int values[6];
 };
 const std::vector<ScriptedPaper> ScriptedPapers = {
-    {9, {1000, 2000, 10, 20, 980, 1960}},  {300, {1000, 2000, 0, 0, 990, 1990}}, // the extent is the driver's, not the
-                                                                                 // page's
-    {301, {1000, 2000, 0, 0, 1000, 2000}}, {302, {1000, 2000, 0, 1, 1000, 1999}}, {303, {1000, 2000, 1, 0, 999, 2000}},
-    {9, {800, 900, 5, 6, 700, 800}},       {0xFFFE, {500, 600, 0, 0, 500, 600}},  {1, {800, 901, 5, 6, 700, 800}},
+    {9, {1000, 2000, 10, 20, 980, 1960}},
+    {300, {1000, 2000, 0, 0, 990, 1990}}, // the extent is the driver's, not the
+                                          // page's
+    {301, {1000, 2000, 0, 0, 1000, 2000}},
+    {302, {1000, 2000, 0, 1, 1000, 1999}},
+    {303, {1000, 2000, 1, 0, 999, 2000}},
+    {9, {800, 900, 5, 6, 700, 800}},
+    {0xFFFE, {500, 600, 0, 0, 500, 600}},
+    {1, {800, 901, 5, 6, 700, 800}},
 };
 std::size_t g_paper;
 
@@ -188,14 +161,12 @@ int WINAPI ScriptedCapabilities(LPCSTR, LPCSTR, WORD, LPSTR out, const DEVMODEA*
 }
 LONG WINAPI ScriptedProperties(HWND window, HANDLE printer, LPSTR name, DEVMODEA* out, DEVMODEA* in, DWORD mode)
 {
-    if (in)
-    {
-        EXPECT_EQ(static_cast<WORD>(in->dmPaperSize), ScriptedPapers[g_paper].id);
-        EXPECT_TRUE(in->dmFields & DM_PAPERSIZE);
-        EXPECT_EQ(mode, static_cast<DWORD>(DM_IN_BUFFER | DM_OUT_BUFFER));
-        return IDOK;
-    }
-    return DocumentPropertiesA(window, printer, name, out, in, mode);
+    if (!in)
+        return DocumentPropertiesA(window, printer, name, out, in, mode);
+    EXPECT_EQ(static_cast<WORD>(in->dmPaperSize), ScriptedPapers[g_paper].id);
+    EXPECT_TRUE(in->dmFields & DM_PAPERSIZE);
+    EXPECT_EQ(mode, static_cast<DWORD>(DM_IN_BUFFER | DM_OUT_BUFFER));
+    return IDOK;
 }
 int WINAPI ScriptedCaps(HDC, int index)
 {
@@ -213,44 +184,29 @@ BOOL WINAPI NextPaper(HDC context)
     return DeleteDC(context);
 }
 
-TEST_F(PrinterData, TellsThePrintableAreaOfEachPaper)
+TEST_F(PrinterData, TellsThePrintableAreaAndTheBorderlessTwinOfEachPaper)
 {
     const struct
     {
         short paper;
-        Area expected;
+        const char *area, *twin;
     } papers[] = {
-        {DMPAPER_A4, {1, CRect(37, 38, 2404, 3320), CPoint(300, 300)}},
-        {DMPAPER_LETTER, {1, CRect(75, 38, 2400, 3112), CPoint(300, 300)}},
-        {257, {1, CRect(0, 0, 2479, 3508), CPoint(300, 300)}}, // A4 borderless
-        {258, {1, CRect(0, 0, 1179, 1770), CPoint(300, 300)}}, // photo, borderless
-        {DMPAPER_A3, NoArea},
-        {-1, NoArea},
-        {0, NoArea},
+        {DMPAPER_A4, A4Area, A4Twin},
+        {257, "1: 0,0 2479,3508 at 300,300", A4Twin},                         // A4 borderless
+        {256, "1: 37,37 1104,1583 at 300,300", "1: 0,0 1179,1770 paper 258"}, // photo
+        {258, "1: 0,0 1179,1770 at 300,300", "1: 0,0 1179,1770 paper 258"},
+        {DMPAPER_LETTER, "1: 75,38 2400,3112 at 300,300", NoTwin},
+        {DMPAPER_ENV_DL, "1: 75,150 1150,2300 at 300,300", NoTwin}, // listed twice
+        {DMPAPER_A3, NoArea, NoTwin},
+        {-1, NoArea, NoTwin},
+        {0, NoArea, NoTwin},
     };
-    for (const auto& [paper, expected] : papers)
-        EXPECT_EQ(PrintableArea(m_data, paper), expected) << paper;
-    EXPECT_EQ(PrintableArea(m_data, DMPAPER_A4, "no such printer").result, 1) << "the papers are kept";
-    EXPECT_EQ(PrintableArea(m_data, DMPAPER_ENV_DL).result, 1) << "listed twice";
-}
-
-TEST_F(PrinterData, FindsTheBorderlessTwin)
-{
-    const struct
+    for (const auto& [paper, area, twin] : papers)
     {
-        short paper;
-        Area expected;
-    } papers[] = {
-        {DMPAPER_A4, {1, CRect(0, 0, 2479, 3508), CPoint(257, 0)}},
-        {257, {1, CRect(0, 0, 2479, 3508), CPoint(257, 0)}},
-        {256, {1, CRect(0, 0, 1179, 1770), CPoint(258, 0)}},
-        {DMPAPER_LETTER, NoTwin},
-        {DMPAPER_ENV_DL, NoTwin},
-        {DMPAPER_A3, NoTwin},
-        {-1, NoTwin},
-    };
-    for (const auto& [paper, expected] : papers)
-        EXPECT_EQ(Borderless(m_data, paper), expected) << paper;
+        EXPECT_EQ(PrintableArea(m_data, paper), area) << paper;
+        EXPECT_EQ(Borderless(m_data, paper), twin) << paper;
+    }
+    EXPECT_EQ(PrintableArea(m_data, DMPAPER_A4, "no such printer"), A4Area) << "the papers are kept";
 }
 
 TEST_F(PrinterData, TakesTheLastOrTheFirstOfEqualPapers)
@@ -261,13 +217,13 @@ TEST_F(PrinterData, TakesTheLastOrTheFirstOfEqualPapers)
     const IatPatch properties(library, "DocumentPropertiesA", ScriptedProperties);
     const IatPatch caps(library, "GetDeviceCaps", ScriptedCaps);
     const IatPatch next(library, "DeleteDC", NextPaper);
-    const CPoint dpi(600, 1200); // the first paper's
-    EXPECT_EQ(PrintableArea(m_data, 9), (Area{1, CRect(5, 6, 700, 800), dpi})) << "the last one's";
-    EXPECT_EQ(PrintableArea(m_data, -2), (Area{1, CRect(0, 0, 500, 600), dpi}));
+    // The resolution is the first paper's.
+    EXPECT_EQ(PrintableArea(m_data, 9), "1: 5,6 700,800 at 600,1200") << "the last one's";
+    EXPECT_EQ(PrintableArea(m_data, -2), "1: 0,0 500,600 at 600,1200");
     EXPECT_EQ(g_paper, ScriptedPapers.size());
-    EXPECT_EQ(Borderless(m_data, 9), (Area{1, CRect(0, 0, 1000, 2000), CPoint(301, 0)})) << "the first one's";
-    EXPECT_EQ(Borderless(m_data, 300), (Area{1, CRect(0, 0, 1000, 2000), CPoint(301, 0)})) << "the last twin";
-    EXPECT_EQ(Borderless(m_data, -2), (Area{1, CRect(0, 0, 500, 600), CPoint(-2, 0)})) << "itself";
+    EXPECT_EQ(Borderless(m_data, 9), "1: 0,0 1000,2000 paper 301") << "the first one's";
+    EXPECT_EQ(Borderless(m_data, 300), "1: 0,0 1000,2000 paper 301") << "the last twin";
+    EXPECT_EQ(Borderless(m_data, -2), "1: 0,0 500,600 paper -2") << "itself";
     EXPECT_EQ(Borderless(m_data, 1), NoTwin);
 }
 
@@ -295,8 +251,7 @@ TEST_F(PrinterData, HandsOutWhatTheSpoolerKnows)
         EXPECT_FALSE(GlobalFree(memory));
 
         ASSERT_EQ(DevNames(m_data, PrinterName, &memory, handle), 1);
-        const std::string name = PrinterName;
-        const std::string texts = std::string(Driver.name) + '\0' + name + '\0' + "LPT1:" + '\0';
+        const std::string name = PrinterName, texts = std::string(Driver.name) + '\0' + name + '\0' + "LPT1:" + '\0';
         const WORD device = static_cast<WORD>(8 + Driver.name.GetLength() + 1);
         const WORD offsets[] = {8, device, static_cast<WORD>(device + name.size() + 1), 0};
         ASSERT_EQ(GlobalSize(memory), sizeof offsets + texts.size());
@@ -321,7 +276,7 @@ TEST_F(PrinterData, KnowsNoPrinterOfAnotherName)
         EXPECT_EQ(PrintableArea(m_data, DMPAPER_A4, name.c_str()), NoArea) << name;
         EXPECT_EQ(Borderless(m_data, DMPAPER_A4, name.c_str()), NoTwin) << name;
     }
-    EXPECT_EQ(PrintableArea(m_data, DMPAPER_A4).result, 1) << "a failed reading leaves nothing behind";
+    EXPECT_EQ(PrintableArea(m_data, DMPAPER_A4), A4Area) << "a failed reading leaves nothing behind";
 }
 
 TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
@@ -329,8 +284,7 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
     const struct
     {
         Call call;
-        int ordinal;
-        int failure;
+        int ordinal, failure;
     } failures[] = {
         {OPEN, 1, 0},        {PROPERTIES, 1, -1}, {PROPERTIES, 1, 0},    {PROPERTIES, 2, -1},  {PROPERTIES, 2, 0},
         {PROPERTIES, 3, -1}, {PROPERTIES, 5, -1}, {INFO, 1, 0},          {INFO, 2, 0},         {ALLOCATE, 1, 0},
@@ -345,10 +299,10 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
         EXPECT_EQ(PrintableArea(data, DMPAPER_A4), NoArea);
         EXPECT_EQ(g_outstanding, 0);
         EXPECT_GE(g_made[call], ordinal) << "the failure did not happen";
-        EXPECT_EQ(Borderless(data, DMPAPER_A4).dpi.x, 257) << "a later question reads again";
+        EXPECT_EQ(Borderless(data, DMPAPER_A4), A4Twin) << "a later question reads again";
         EXPECT_EQ(g_outstanding, 0);
         const int contexts = g_made[CONTEXT];
-        EXPECT_EQ(PrintableArea(data, DMPAPER_A4).result, 1);
+        EXPECT_EQ(PrintableArea(data, DMPAPER_A4), A4Area);
         EXPECT_EQ(g_made[CONTEXT], contexts) << "and is the last to read";
     }
 }

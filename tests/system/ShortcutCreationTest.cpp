@@ -1,11 +1,13 @@
 // Shortcuts and groups made in real shell folders, which lie in a scratch folder for the test, and read back through
 // the shell.
 #include "system/ShortcutCreation.h"
-#include "IatPatch.h"
-#include "Probe.h"
-#include "TestProduct.h"
+#include "support/IatPatch.h"
+#include "support/OpenHandles.h"
+#include "support/Probe.h"
+#include "support/RegistryWorld.h"
+#include "support/TestProduct.h"
 #include <shlobj.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -35,19 +37,10 @@ const FolderValue Values[] = {
     {HKEY_LOCAL_MACHINE, "Common Start Menu", "menu"},
 };
 
-std::optional<std::string> ReadValue(HKEY root, const char* name)
+void WriteValue(HKEY root, const char* name, const std::optional<std::string>& bytes)
 {
-    char text[512];
-    DWORD size = sizeof text;
-    if (RegGetValueA(root, ShellFolders, name, RRF_RT_ANY, nullptr, text, &size) != ERROR_SUCCESS)
-        return std::nullopt;
-    return std::string(text);
-}
-
-void WriteValue(HKEY root, const char* name, const std::optional<std::string>& text)
-{
-    if (text)
-        RegSetKeyValueA(root, ShellFolders, name, REG_SZ, text->c_str(), static_cast<DWORD>(text->size() + 1));
+    if (bytes)
+        RegSetKeyValueA(root, ShellFolders, name, REG_SZ, bytes->data(), static_cast<DWORD>(bytes->size()));
     else
         RegDeleteKeyValueA(root, ShellFolders, name);
 }
@@ -69,44 +62,27 @@ std::string Made()
     return made;
 }
 
-struct Link
+/// What the shell reads from a link's file: "target|arguments|working directory|icon file|icon number".
+std::string ReadLink(const std::wstring& file)
 {
-    std::string target, arguments, folder, icon;
-    int iconIndex = -1;
-
-    bool operator==(const Link&) const = default;
-    friend std::ostream& operator<<(std::ostream& out, const Link& link)
-    {
-        return out << link.target << '|' << link.arguments << '|' << link.folder << '|' << link.icon << ','
-                   << link.iconIndex;
-    }
-};
-
-/// What the shell reads from a link's file.
-Link ReadLink(const std::wstring& file)
-{
-    Link link;
-    IShellLinkA* shellLink = nullptr;
+    IShellLinkA* link = nullptr;
     IPersistFile* persistFile = nullptr;
     CoInitialize(nullptr);
     EXPECT_EQ(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA,
-                               reinterpret_cast<void**>(&shellLink)),
+                               reinterpret_cast<void**>(&link)),
               S_OK);
-    shellLink->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&persistFile));
+    link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&persistFile));
     EXPECT_EQ(persistFile->Load(file.c_str(), STGM_READ), S_OK);
-    char text[MAX_PATH] = "";
-    shellLink->GetPath(text, MAX_PATH, nullptr, SLGP_RAWPATH);
-    link.target = text;
-    shellLink->GetArguments(text, MAX_PATH);
-    link.arguments = text;
-    shellLink->GetWorkingDirectory(text, MAX_PATH);
-    link.folder = text;
-    shellLink->GetIconLocation(text, MAX_PATH, &link.iconIndex);
-    link.icon = text;
+    char target[MAX_PATH] = "", arguments[MAX_PATH] = "", folder[MAX_PATH] = "", icon[MAX_PATH] = "";
+    int index = -1;
+    link->GetPath(target, MAX_PATH, nullptr, SLGP_RAWPATH);
+    link->GetArguments(arguments, MAX_PATH);
+    link->GetWorkingDirectory(folder, MAX_PATH);
+    link->GetIconLocation(icon, MAX_PATH, &index);
     persistFile->Release();
-    shellLink->Release();
+    link->Release();
     CoUninitialize();
-    return link;
+    return std::string(target) + "|" + arguments + "|" + folder + "|" + icon + "|" + std::to_string(index);
 }
 
 long Create(ShortcutCreation& shortcuts, const char* name, int location, bool makeFolder = false)
@@ -121,7 +97,7 @@ class Shortcuts : public testing::Test
     {
         for (const FolderValue& value : Values)
         {
-            m_saved.push_back(ReadValue(value.root, value.name));
+            m_saved.push_back(RegistryWorld::Get(value.root, ShellFolders, value.name));
             fs::create_directories(fs::path(Root) / value.folder);
         }
         WriteFolders();
@@ -139,7 +115,7 @@ class Shortcuts : public testing::Test
     static void WriteFolders()
     {
         for (const FolderValue& value : Values)
-            WriteValue(value.root, value.name, std::string(Root) + "\\" + value.folder);
+            WriteValue(value.root, value.name, std::string(Root) + "\\" + value.folder + '\0');
     }
 
     ShortcutCreation m_shortcuts;
@@ -163,11 +139,10 @@ TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
     {
         const char* target;
         bool setIcon;
-        Link expected;
+        const char* expected;
     } cases[] = {
-        {"C:\\windows\\notepad.exe", true, {"C:\\windows\\notepad.exe", "/a \"b c\"", "C:\\windows", "C:\\i.dll", 3}},
-        {"C:\\windows\\notepad.exe", false, {"C:\\windows\\notepad.exe", "/a \"b c\"", "C:\\windows", "", 0}},
-        {"C:\\tool.exe", false, {"C:\\tool.exe", "/a \"b c\"", "C:", "", 0}},
+        {"C:\\windows\\notepad.exe", true, "C:\\windows\\notepad.exe|/a \"b c\"|C:\\windows|C:\\i.dll|3"},
+        {"C:\\tool.exe", false, "C:\\tool.exe|/a \"b c\"|C:||0"},
     };
     for (const auto& [target, setIcon, expected] : cases)
     {
@@ -176,15 +151,14 @@ TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
     }
     // A target without a folder has no working directory; the shell looks for it elsewhere.
     EXPECT_EQ(m_shortcuts.CreateShortcut("notepad.exe", "", "Bare", "", 0, false, false, 1), S_OK);
-    EXPECT_EQ(ReadLink(L"C:\\shortcuts\\common\\Bare.lnk").folder, "");
+    EXPECT_THAT(ReadLink(L"C:\\shortcuts\\common\\Bare.lnk"), testing::EndsWith("||||0"));
 }
 
 TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
 {
     const struct
     {
-        const char* windows;
-        const char* missing; // value
+        const char *windows, *missing; // value
         std::vector<std::string> locations;
         const char* made;
     } cases[] = {
@@ -200,8 +174,7 @@ TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
         // The second path is longer than the first: it is not read, and the object remembers the failure.
         {"winxp", "", {"3", "1"}, "menu\\1.lnk|All Users\\Desktop\\2.lnk|"},
         // After a failure both keys are asked: the user's path stays when the one of all users is longer. That length
-        // is
-        // the size of the next query, so all is well again.
+        // is the size of the next query, so all is well again.
         {"winxp", "Common Desktop", {"1", "2", "3"}, "menu\\3.lnk|u\\2.lnk|All Users\\Desktop\\1.lnk|"},
     };
     for (const auto& [windows, missing, locations, made] : cases)
@@ -279,14 +252,13 @@ TEST_F(Shortcuts, EndWithTheResultOfTheStepThatFailed)
     EXPECT_EQ(m_shortcuts.CreateShortcut("t.exe", "", "a", "", 0, false, false, 3, "missing"),
               HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
     {
-        const IatPatch create(
-            LibraryUnderTest(), "CoCreateInstance",
-            +[](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { return CLASS_E_NOTLICENSED; });
+        const auto refuse = +[](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { return CLASS_E_NOTLICENSED; };
+        const IatPatch create(LibraryUnderTest(), "CoCreateInstance", refuse);
         EXPECT_EQ(Create(m_shortcuts, "a", 3), CLASS_E_NOTLICENSED);
     }
     {
-        const IatPatch com(
-            LibraryUnderTest(), "CoInitialize", +[](void*) -> HRESULT { return RPC_E_CHANGED_MODE; });
+        const auto refuse = +[](void*) -> HRESULT { return RPC_E_CHANGED_MODE; };
+        const IatPatch com(LibraryUnderTest(), "CoInitialize", refuse);
         EXPECT_EQ(Create(m_shortcuts, "a", 3), 0) << "success to the shell, though nothing was made";
         EXPECT_EQ(Create(m_shortcuts, "Suite", 3, true), 0);
     }
@@ -329,21 +301,15 @@ TEST_F(Shortcuts, ReadNoMoreThanTheBuffer)
 
 TEST_F(Shortcuts, LeaveNothingOpen)
 {
-    const auto nextHandle = []
-    {
-        const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-        CloseHandle(event);
-        return event;
-    };
     const auto rounds = [this](int count)
     {
         for (int i = 0; i < count; ++i)
             Create(m_shortcuts, i % 3 ? "Tool" : "missing\\Tool", 1 + i % 3);
     };
     rounds(10);
-    const HANDLE after = nextHandle();
+    const std::size_t after = OpenHandles();
     rounds(50);
-    EXPECT_EQ(nextHandle(), after);
+    EXPECT_EQ(OpenHandles(), after);
     // COM is given up as often as it was taken: another kind of apartment can be had.
     EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
     CoUninitialize();
