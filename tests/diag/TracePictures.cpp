@@ -200,8 +200,7 @@ TEST_F(TracePictures, ARectangleOfADeviceContext)
     ASSERT_EQ(receiver.messages.size(), 1u);
     const std::string& message = receiver.messages[0];
     const std::string all = SamplePixels(3, 2);
-    EXPECT_EQ(WordAt(message, 4), 2u);
-    EXPECT_EQ(WordAt(message, 8), 2u);
+    EXPECT_EQ(message.substr(4, 8), Word(2) + Word(2));
     EXPECT_EQ(WordAt(message, 36), 9u);
     EXPECT_EQ(message.substr(56), std::string("of it\0part\0", 11) + all.substr(4, 8) + all.substr(16, 8));
 }
@@ -211,6 +210,11 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
     const HMODULE framework = GetModuleHandleA("tvkframe.dll");
     static HWND gone;
     gone = Receiver().window;
+    const auto huge = +[](HANDLE, int, void* place) -> int
+    {
+        *static_cast<BITMAP*>(place) = {0, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, 4, 32, nullptr};
+        return sizeof(BITMAP);
+    };
     const auto as = [](auto* function) { return reinterpret_cast<void (*)()>(function); };
     const struct
     {
@@ -226,13 +230,7 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
         {"FindWindowA", LibraryUnderTest(), as(+[](const char*, const char*) -> HWND { return nullptr; }), true},
         {"FindWindowA", LibraryUnderTest(), as(+[](const char*, const char*) -> HWND { return gone; }), true},
         {"GetObjectA", LibraryUnderTest(), as(+[](HANDLE, int, void*) -> int { return 0; }), true},
-        {"GetObjectA", LibraryUnderTest(),
-         as(+[](HANDLE, int, void* place) -> int
-            {
-                *static_cast<BITMAP*>(place) = {0, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, 4, 32, nullptr};
-                return sizeof(BITMAP);
-            }),
-         true},
+        {"GetObjectA", LibraryUnderTest(), as(huge), true},
         {"GetBitmapBits", LibraryUnderTest(), as(+[](HBITMAP, LONG, void*) -> LONG { return 0; }), true},
     };
     Receiver receiver;

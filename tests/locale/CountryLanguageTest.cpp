@@ -98,31 +98,22 @@ TEST_F(CountryLanguage, KnowsEachLocaleInEverySpelling)
 TEST_F(CountryLanguage, FallsBackToFrench)
 {
     EXPECT_EQ(Ask(), French) << "no key";
-    const struct
-    {
-        const char* what;
-        std::string bytes;
-        DWORD type;
-        Answer expected;
-    } cases[] = {
-        {"empty", std::string(1, '\0'), REG_SZ, French},
-        {"no bytes at all", "", REG_SZ, French},
-        {"unknown locale", std::string("0000FFFF", 9), REG_SZ, French},
-        {"no number", std::string("english", 8), REG_SZ, French},
-        {"nine characters that end in a locale", std::string("000000409", 10), REG_SZ, French},
-        {"254 characters", std::string(254, '4') + '\0', REG_SZ, French},
-        {"more than the buffer", std::string(2000, '4') + '\0', REG_SZ, French},
-        {"a blank in front", std::string(" 409", 5), REG_SZ, French},
-        {"a number instead of text", std::string("\x11\x04\0\0", 4), REG_DWORD, French},
-        {"text declared binary", std::string("00000411", 9), REG_BINARY, French},
-        {"without terminator", "00000411", REG_SZ, {12, "00000411", "JAPANESE"}},
-        {"text behind the terminator", std::string("409\0junk", 8), REG_SZ, {0, "00000409", "ENGLISH"}},
-    };
-    for (const auto& [what, bytes, type, expected] : cases)
+    const std::pair<std::string, DWORD> others[] = {
+        {std::string(1, '\0'), REG_SZ},          {"", REG_SZ},
+        {std::string("0000FFFF", 9), REG_SZ},    {std::string("english", 8), REG_SZ},
+        {std::string("000000409", 10), REG_SZ},                                           // one character too many
+        {std::string(254, '4') + '\0', REG_SZ},  {std::string(2000, '4') + '\0', REG_SZ}, // more than the buffer
+        {std::string(" 409", 5), REG_SZ},        {std::string("\x11\x04\0\0", 4), REG_DWORD},
+        {std::string("00000411", 9), REG_BINARY}};
+    for (const auto& [bytes, type] : others)
     {
         Set(bytes, type);
-        EXPECT_EQ(Ask(), expected) << what;
+        EXPECT_EQ(Ask(), French) << bytes;
     }
+    Set("00000411");
+    EXPECT_EQ(Ask(), (Answer{12, "00000411", "JAPANESE"})) << "without terminator";
+    Set(std::string("409\0junk", 8));
+    EXPECT_EQ(Ask(), (Answer{0, "00000409", "ENGLISH"})) << "text behind the terminator";
     RegDeleteKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "Locale");
     EXPECT_EQ(Ask(), French) << "no value";
     EXPECT_EQ(IsOSLanguageDBCS(), 0) << "no value";

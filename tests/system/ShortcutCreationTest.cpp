@@ -22,13 +22,11 @@ const char* const ShellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\
 const char* const Root = "C:\\shortcuts";
 const char* const AllUsers = "C:\\windows\\All Users";
 
-struct FolderValue
+const struct FolderValue
 {
     HKEY root;
-    const char* name;
-    const char* folder; // below the scratch folder; the lengths tell which value size reads them
-};
-const FolderValue Values[] = {
+    const char *name, *folder; // below the scratch folder; the lengths tell which value size reads them
+} Values[] = {
     {HKEY_CURRENT_USER, "Desktop", "user desk"},
     {HKEY_CURRENT_USER, "Programs", "u"},
     {HKEY_CURRENT_USER, "Start Menu", "user menu"},
@@ -63,7 +61,7 @@ std::string Made()
 }
 
 /// What the shell reads from a link's file: "target|arguments|working directory|icon file|icon number".
-std::string ReadLink(const std::wstring& file)
+std::string ReadLink(const wchar_t* file)
 {
     IShellLinkA* link = nullptr;
     IPersistFile* persistFile = nullptr;
@@ -72,7 +70,7 @@ std::string ReadLink(const std::wstring& file)
                                reinterpret_cast<void**>(&link)),
               S_OK);
     link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&persistFile));
-    EXPECT_EQ(persistFile->Load(file.c_str(), STGM_READ), S_OK);
+    EXPECT_EQ(persistFile->Load(file, STGM_READ), S_OK);
     char target[MAX_PATH] = "", arguments[MAX_PATH] = "", folder[MAX_PATH] = "", icon[MAX_PATH] = "";
     int index = -1;
     link->GetPath(target, MAX_PATH, nullptr, SLGP_RAWPATH);
@@ -135,23 +133,15 @@ PROBE(Locations)
 
 TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
 {
-    const struct
-    {
-        const char* target;
-        bool setIcon;
-        const char* expected;
-    } cases[] = {
-        {"C:\\windows\\notepad.exe", true, "C:\\windows\\notepad.exe|/a \"b c\"|C:\\windows|C:\\i.dll|3"},
-        {"C:\\tool.exe", false, "C:\\tool.exe|/a \"b c\"|C:||0"},
-    };
-    for (const auto& [target, setIcon, expected] : cases)
+    const auto link = [this](const char* target, bool setIcon)
     {
         EXPECT_EQ(m_shortcuts.CreateShortcut(target, "/a \"b c\"", "Tool", "C:\\i.dll", 3, setIcon, false, 1), S_OK);
-        EXPECT_EQ(ReadLink(L"C:\\shortcuts\\common\\Tool.lnk"), expected);
-    }
+        return ReadLink(L"C:\\shortcuts\\common\\Tool.lnk");
+    };
+    EXPECT_EQ(link("C:\\windows\\notepad.exe", true), "C:\\windows\\notepad.exe|/a \"b c\"|C:\\windows|C:\\i.dll|3");
+    EXPECT_EQ(link("C:\\tool.exe", false), "C:\\tool.exe|/a \"b c\"|C:||0");
     // A target without a folder has no working directory; the shell looks for it elsewhere.
-    EXPECT_EQ(m_shortcuts.CreateShortcut("notepad.exe", "", "Bare", "", 0, false, false, 1), S_OK);
-    EXPECT_THAT(ReadLink(L"C:\\shortcuts\\common\\Bare.lnk"), testing::EndsWith("||||0"));
+    EXPECT_THAT(link("notepad.exe", false), testing::EndsWith("|/a \"b c\"|||0"));
 }
 
 TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
@@ -233,15 +223,14 @@ TEST_F(Shortcuts, MakeGroups)
 
 TEST_F(Shortcuts, WithoutALocationLieInTheRootOfTheDrive)
 {
-    char directory[MAX_PATH] = "";
-    GetCurrentDirectoryA(MAX_PATH, directory);
-    SetCurrentDirectoryA(Root);
+    const fs::path former = fs::current_path();
+    fs::current_path(Root);
     for (const int location : {4, 0, -1})
     {
         EXPECT_EQ(Create(m_shortcuts, "At the root", location), S_OK);
         EXPECT_TRUE(fs::remove("C:\\At the root.lnk")) << location;
     }
-    SetCurrentDirectoryA(directory);
+    fs::current_path(former);
 }
 
 TEST_F(Shortcuts, EndWithTheResultOfTheStepThatFailed)
