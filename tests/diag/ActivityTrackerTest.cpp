@@ -1,8 +1,8 @@
 // Activities recorded through a real portal and recorder library (recorder/*.c), which write down how they are called
 // and fail on demand; what they were given, what was traced, and what stays loaded.
 #include "diag/ActivityTracker.h"
+#include "support/FakeVersion.h"
 #include "support/OpenHandles.h"
-#include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <gtest/gtest.h>
@@ -235,27 +235,20 @@ TEST_F(ActivityTrackerTest, AResourceModuleThatIsNotLoadedDoesNotStandForTheProg
     EXPECT_EQ(UsageLog(), "");
 }
 
-/// Records once under another system.
-PROBE(Record)
-{
-    const TestProduct product = RecordingProduct();
-    std::printf("%d\n", ActivityTracker().WriteData(1, "SN-7"));
-    return 0;
-}
-
 TEST_F(ActivityTrackerTest, LooksInTheDriverDirectoryOfEachSystem)
 {
+    const TestProduct product = RecordingProduct();
     const bool madeOld = std::filesystem::create_directory(DriversRoot + "2");
-    const std::pair<const char*, std::string> systems[] = {{"win98", SystemFolder()},
-                                                           {"nt40", DriversRoot + "2\\"},
-                                                           {"win2k", DriverDirectory},
-                                                           {"win10", DriverDirectory}};
+    const std::pair<CRegistry::OSVersion, std::string> systems[] = {{CRegistry::OS_WIN98, SystemFolder()},
+                                                                    {CRegistry::OS_WINNT4, DriversRoot + "2\\"},
+                                                                    {CRegistry::OS_WINXP, DriverDirectory}};
     for (const auto& [windows, directory] : systems)
     {
         Begin("");
+        const FakeVersion version(windows);
         const InstalledRecorder installed(directory);
-        EXPECT_EQ(RunProbeUnder(windows, "Record").output, "1\n") << windows;
-        EXPECT_EQ(UsageLog(), Journey(directory, "value 0x1 1 1\ncommit\n")) << windows;
+        EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), 1) << directory;
+        EXPECT_EQ(UsageLog(), Journey(directory, "value 0x1 1 1\ncommit\n"));
     }
     if (madeOld)
         std::filesystem::remove(DriversRoot + "2");

@@ -2,11 +2,10 @@
 // traced, and that no library stays loaded.
 #include "links/CComxDataRetriever.h"
 #include "links/CDataRetriever.h"
-#include "support/Probe.h"
+#include "support/FakeVersion.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <gmock/gmock.h>
-#include <cstdio>
 #include <filesystem>
 
 namespace
@@ -205,26 +204,20 @@ TEST_F(PrinterCache, NeedsALibraryWithTheEntry)
     expectFailure(failed, "(int)0");
 }
 
-PROBE(Cache)
-{
-    const TestProduct product = CacheProduct();
-    CComxDataRetriever retriever;
-    const int result = retriever.GetPrinterCacheData(Printer);
-    std::printf("%d %s", result, static_cast<LPCSTR>(retriever.GetSerialNumber()));
-    return 0;
-}
-
 TEST_F(PrinterCache, LiesInTheDriversDirectoryOfTheWindowsFamily)
 {
-    const std::pair<const char*, std::string> cases[] = {
-        {"win98", "C:\\windows\\system32\\"}, {"nt40", DriverRoot + "2\\"}, {"win2k", DriverRoot + "3\\"}};
+    const TestProduct product = CacheProduct();
+    const std::pair<CRegistry::OSVersion, std::string> cases[] = {{CRegistry::OS_WIN98, SystemFolder()},
+                                                                  {CRegistry::OS_WINNT4, DriverRoot + "2\\"},
+                                                                  {CRegistry::OS_WINXP, DriverRoot + "3\\"}};
     for (const auto& [windows, folder] : cases)
     {
+        const FakeVersion version(windows);
         Install(Communication, folder);
-        EXPECT_EQ(RunProbeUnder(windows, "Cache").output, "1 LM460-0142") << windows;
+        EXPECT_EQ(CComxDataRetriever().GetPrinterCacheData(Printer), 1) << folder;
         fs::remove(folder + "cache.dll");
         fs::remove(folder + "cache.ini");
-        EXPECT_EQ(RunProbeUnder(windows, "Cache").output, "0 ") << windows;
+        EXPECT_EQ(CComxDataRetriever().GetPrinterCacheData(Printer), 0) << folder;
     }
 }
 } // namespace

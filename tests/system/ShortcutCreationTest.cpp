@@ -1,14 +1,13 @@
 // Shortcuts and groups made in real shell folders, which lie in a scratch folder for the test, and read back through
 // the shell.
 #include "system/ShortcutCreation.h"
+#include "support/FakeVersion.h"
 #include "support/IatPatch.h"
 #include "support/OpenHandles.h"
-#include "support/Probe.h"
 #include "support/RegistryWorld.h"
 #include "support/TestProduct.h"
 #include <shlobj.h>
 #include <gmock/gmock.h>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -122,15 +121,6 @@ class Shortcuts : public testing::Test
     std::vector<std::optional<std::string>> m_saved;
 };
 
-/// One object, one shortcut each in the locations given; called "1" and so on.
-PROBE(Locations)
-{
-    ShortcutCreation shortcuts;
-    for (int i = 0; i < argc; ++i)
-        std::printf("%ld ", Create(shortcuts, std::to_string(i + 1).c_str(), std::atoi(argv[i])));
-    return 0;
-}
-
 TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
 {
     const auto link = [this](const char* target, bool setIcon)
@@ -148,31 +138,34 @@ TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
 {
     const struct
     {
-        const char *windows, *missing; // value
-        std::vector<std::string> locations;
+        CRegistry::OSVersion windows;
+        const char* missing; // value
+        std::vector<int> locations;
         const char* made;
     } cases[] = {
         // From the longest path to the shortest: the size of one query is what the one before it read.
-        {"winxp", "", {"2", "1", "3"}, "common\\2.lnk|common programs\\1.lnk|menu\\3.lnk|"},
-        {"win98", "", {"3", "2"}, "u\\2.lnk|user menu\\1.lnk|"},
-        {"win98", "", {"1"}, "user desk\\1.lnk|"},
-        {"winxp", "Common Desktop", {"1"}, "All Users\\Desktop\\1.lnk|"},
-        {"winxp", "Common Programs", {"2"}, "All Users\\Start Menu\\Programs\\1.lnk|"},
-        {"winxp", "Common Start Menu", {"3"}, "All Users\\Start Menu\\1.lnk|"},
-        {"win98", "Desktop", {"1"}, "common\\1.lnk|"},
-        {"win98", "Programs", {"2", "2"}, "common programs\\1.lnk|common programs\\2.lnk|"},
+        {CRegistry::OS_WINXP, "", {2, 1, 3}, "common\\2.lnk|common programs\\1.lnk|menu\\3.lnk|"},
+        {CRegistry::OS_WIN98, "", {3, 2}, "u\\2.lnk|user menu\\1.lnk|"},
+        {CRegistry::OS_WIN98, "", {1}, "user desk\\1.lnk|"},
+        {CRegistry::OS_WINXP, "Common Desktop", {1}, "All Users\\Desktop\\1.lnk|"},
+        {CRegistry::OS_WINXP, "Common Programs", {2}, "All Users\\Start Menu\\Programs\\1.lnk|"},
+        {CRegistry::OS_WINXP, "Common Start Menu", {3}, "All Users\\Start Menu\\1.lnk|"},
+        {CRegistry::OS_WIN98, "Desktop", {1}, "common\\1.lnk|"},
+        {CRegistry::OS_WIN98, "Programs", {2, 2}, "common programs\\1.lnk|common programs\\2.lnk|"},
         // The second path is longer than the first: it is not read, and the object remembers the failure.
-        {"winxp", "", {"3", "1"}, "menu\\1.lnk|All Users\\Desktop\\2.lnk|"},
+        {CRegistry::OS_WINXP, "", {3, 1}, "menu\\1.lnk|All Users\\Desktop\\2.lnk|"},
         // After a failure both keys are asked: the user's path stays when the one of all users is longer. That length
         // is the size of the next query, so all is well again.
-        {"winxp", "Common Desktop", {"1", "2", "3"}, "menu\\3.lnk|u\\2.lnk|All Users\\Desktop\\1.lnk|"},
+        {CRegistry::OS_WINXP, "Common Desktop", {1, 2, 3}, "menu\\3.lnk|u\\2.lnk|All Users\\Desktop\\1.lnk|"},
     };
     for (const auto& [windows, missing, locations, made] : cases)
     {
-        SCOPED_TRACE(std::string(windows) + " " + missing + " " + made);
+        const FakeVersion version(windows);
+        ShortcutCreation shortcuts;
         WriteFolders();
         WriteValue(*missing == 'C' ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, missing, std::nullopt);
-        EXPECT_EQ(RunProbeUnder(windows, "Locations", locations).exitCode, 0u);
+        for (std::size_t i = 0; i < locations.size(); ++i)
+            EXPECT_EQ(Create(shortcuts, std::to_string(i + 1).c_str(), locations[i]), S_OK);
         EXPECT_EQ(Made(), made);
     }
 }
