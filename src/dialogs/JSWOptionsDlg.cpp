@@ -42,6 +42,8 @@ constexpr DWORD NoCartridge = 0;
 constexpr DWORD BlackCartridge = 1;
 constexpr DWORD ColorCartridge = 2; // also when both are needed
 
+constexpr COLORREF LinkColour = 0xFFFFFF;
+
 constexpr int SkinsOfAKind = 100;     // numbered from 0
 constexpr int SkinsSearchedFor = 100; // the remembered skin is looked for among the first ones only
 
@@ -97,6 +99,7 @@ BEGIN_MESSAGE_MAP(JSWOptionsDlg, CDialog)
     ON_WM_HELPINFO()
     ON_WM_CONTEXTMENU()
     ON_WM_ERASEBKGND()
+    ON_WM_PAINT()
     ON_WM_PALETTECHANGED()
     ON_WM_QUERYNEWPALETTE()
 END_MESSAGE_MAP()
@@ -230,7 +233,13 @@ BOOL JSWOptionsDlg::OnInitDialog()
 
 void JSWOptionsDlg::SetUpSkinLink()
 {
+    if (!m_SkinLink.m_hWnd && !m_SkinLink.SubclassDlgItem(IDC_JSW_SKIN_LINK, this))
+        return;
     tvk::SetTextFromString(*this, IDC_JSW_SKIN_LINK, IDS_JSW_SKIN_LINK);
+    m_SkinLink.Initialize(IDB_JSW_LINK, IDB_JSW_LINK, IDB_JSW_LINK, nullptr, DT_VCENTER | DT_SINGLELINE);
+    // Also while hovered: the link's own blue cannot be read on the dark picture.
+    m_SkinLink.SetLinkTextColor(LinkColour);
+    m_SkinLink.SetLinkHoverColor(LinkColour);
 }
 
 void JSWOptionsDlg::ReadShowMode(tvk::PrinterValues& values)
@@ -577,6 +586,13 @@ BOOL JSWOptionsDlg::OnEraseBkgnd(CDC* pDC)
     if (m_Preview && place && place->IsWindowVisible())
         m_Preview->Draw(*pDC, PreviewArea());
     return erased;
+}
+
+void JSWOptionsDlg::OnPaint()
+{
+    CPaintDC context(this);
+    if (m_SkinLink.m_hWnd)
+        m_SkinLink.DrawButton(&context);
 }
 
 void JSWOptionsDlg::OnPaletteChanged(CWnd* pFocusWnd)

@@ -94,6 +94,7 @@ class AFX_EXT_CLASS JSWOptionsDlg : public CDialog
     afx_msg BOOL OnHelpInfo(HELPINFO* pHelpInfo);
     afx_msg void OnContextMenu(CWnd* pWnd, CPoint point);
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
+    afx_msg void OnPaint();
     afx_msg void OnPaletteChanged(CWnd* pFocusWnd);
     afx_msg BOOL OnQueryNewPalette();
     DECLARE_MESSAGE_MAP()

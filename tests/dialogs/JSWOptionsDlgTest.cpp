@@ -587,7 +587,7 @@ TEST_F(OptionsDialog, TextsAndPlaceFollowTheHost)
         dialog.GetWindowText(caption);
         EXPECT_EQ(caption, Printer);
         EXPECT_EQ(TextOf(dialog.m_hWnd, IDC_JSW_WARNING), "Warnings are always shown.");
-        EXPECT_EQ(TextOf(dialog.m_hWnd, IDC_JSW_SKIN_LINK), "More skins on the web");
+        EXPECT_EQ(TextOf(dialog.m_hWnd, IDC_JSW_SKIN_LINK), "More skins online");
         EXPECT_FALSE(dialog.GetExStyle() & WS_EX_TOPMOST);
     }
     Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", 1ul}});
@@ -734,7 +734,7 @@ TEST_F(OptionsDialog, LinkLeadsToTheSkinPage)
     Product();
     Options dialog(m_skins);
     dialog.Init(std::string(400, 'p').c_str());
-    dialog.Press(IDC_JSW_SKIN_LINK);
+    dialog.Press(IDC_JSW_SKIN_LINK); // on its picture
     EXPECT_THAT(trace.Records(), Contains("(char)http://skins.example/"));
     EXPECT_THAT(trace.Records(), Contains(testing::HasSubstr(std::string(259, 'p') + ")"))) << "the visit is recorded";
 }
@@ -746,6 +746,26 @@ TEST_F(OptionsDialog, PreviewIsMirroredWithTheDialog)
     Options dialog(m_skins);
     EXPECT_EQ(dialog.Preview(), Halves(Blue, Red));
     EXPECT_FALSE(dialog.SendMessage(WM_QUERYNEWPALETTE)) << "a true-colour screen has no palette to change";
+}
+
+TEST_F(OptionsDialog, LinkIsDrawnByTheDialog)
+{
+    for (const bool mirrored : {false, true})
+    {
+        const RightToLeft layout(mirrored);
+        Options dialog(m_skins);
+        const auto pixels = [&dialog]
+        {
+            dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+            return ScreenPixels(dialog.m_hWnd, AreaOf(dialog.m_hWnd, IDC_JSW_SKIN_LINK));
+        };
+        const auto shown = pixels();
+        EXPECT_GT(std::count(shown.begin(), shown.end(), RGB(255, 255, 255)), 200) << "white text";
+        EXPECT_EQ(shown[0], GetSysColor(COLOR_3DFACE)) << "round corners";
+        dialog.SendDlgItemMessage(IDC_JSW_SKIN_LINK, WM_MOUSEMOVE, 0, MAKELPARAM(60, 12));
+        EXPECT_EQ(pixels(), shown) << "all states look alike";
+        ReleaseCapture();
+    }
 }
 
 TEST_F(OptionsDialog, IsLaidOutWell)
