@@ -195,7 +195,7 @@ std::vector<std::string> LayoutFaults(HWND dialog, int firstFreeControl, int las
     return faults;
 }
 
-std::vector<COLORREF> ScreenPixels(HWND dialog, const RECT& area)
+std::vector<COLORREF> ShownPixels(HWND dialog, const RECT& area)
 {
     RECT rect = area;
     MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&rect), 2);
@@ -204,10 +204,14 @@ std::vector<COLORREF> ScreenPixels(HWND dialog, const RECT& area)
     const int width = rect.right - rect.left, height = rect.bottom - rect.top;
     BITMAPINFO format = {{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
     void* bits = nullptr;
-    const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
-    const HBITMAP copy = CreateDIBSection(screen, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
+    // The window's own surface: the screen follows in its own time.
+    RECT window;
+    GetWindowRect(dialog, &window);
+    const HDC surface = GetWindowDC(dialog), memory = CreateCompatibleDC(nullptr);
+    SetLayout(surface, 0);
+    const HBITMAP copy = CreateDIBSection(memory, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
     const HGDIOBJ former = SelectObject(memory, copy);
-    BitBlt(memory, 0, 0, width, height, screen, rect.left, rect.top, SRCCOPY);
+    BitBlt(memory, 0, 0, width, height, surface, rect.left - window.left, rect.top - window.top, SRCCOPY);
     GdiFlush();
     std::vector<COLORREF> pixels;
     const auto* colours = static_cast<const RGBQUAD*>(bits);
@@ -216,7 +220,7 @@ std::vector<COLORREF> ScreenPixels(HWND dialog, const RECT& area)
     SelectObject(memory, former);
     DeleteObject(copy);
     DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
+    ReleaseDC(dialog, surface);
     return pixels;
 }
 

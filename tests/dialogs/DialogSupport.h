@@ -61,9 +61,9 @@ std::vector<int> TabOrder(HWND dialog);
 /// What is wrong with the layout: texts that do not fit, controls that overlap or leave the window, edges off the grid
 /// of four pixels (those of the given controls aside).
 std::vector<std::string> LayoutFaults(HWND dialog, int firstFreeControl = 0, int lastFreeControl = 0);
-/// The pixels of a rectangle of the dialog's client area as they are on the screen, row by row from the left edge of
-/// the screen's rectangle.
-std::vector<COLORREF> ScreenPixels(HWND dialog, const RECT& area);
+/// The pixels of a rectangle of the dialog's client area as the window shows them, row by row, from left to right also
+/// in a mirrored window.
+std::vector<COLORREF> ShownPixels(HWND dialog, const RECT& area);
 /// The rectangle of a control in the dialog's client area, left smaller than right.
 RECT AreaOf(HWND dialog, int id);
 

@@ -151,7 +151,7 @@ class Options : public JSWOptionsDlg
         RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
         const RECT area = AreaOf(m_hWnd, IDC_JSW_SKIN_PREVIEW);
         const int width = area.right - area.left, middle = (area.bottom - area.top) / 2 * width + width / 2;
-        const std::vector<COLORREF> pixels = ScreenPixels(m_hWnd, area);
+        const std::vector<COLORREF> pixels = ShownPixels(m_hWnd, area);
         return {pixels[static_cast<std::size_t>(middle - 10)], pixels[static_cast<std::size_t>(middle + 10)]};
     }
 };
@@ -510,7 +510,7 @@ TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
     dialog.Press(IDC_JSW_SKIN_NEXT);
     EXPECT_EQ(dialog.Preview(), Halves(Blue, Red)) << "made smaller";
     const RECT area = AreaOf(dialog.m_hWnd, IDC_JSW_SKIN_PREVIEW);
-    EXPECT_EQ(ScreenPixels(dialog.m_hWnd, {area.right, area.top, area.right + 1, area.top + 1})[0], face);
+    EXPECT_EQ(ShownPixels(dialog.m_hWnd, {area.right, area.top, area.right + 1, area.top + 1})[0], face);
     EXPECT_THAT(g_boxes, IsEmpty());
 }
 
@@ -757,7 +757,7 @@ TEST_F(OptionsDialog, LinkIsDrawnByTheDialog)
         const auto pixels = [&dialog]
         {
             dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-            return ScreenPixels(dialog.m_hWnd, AreaOf(dialog.m_hWnd, IDC_JSW_SKIN_LINK));
+            return ShownPixels(dialog.m_hWnd, AreaOf(dialog.m_hWnd, IDC_JSW_SKIN_LINK));
         };
         const auto shown = pixels();
         EXPECT_GT(std::count(shown.begin(), shown.end(), RGB(255, 255, 255)), 200) << "white text";

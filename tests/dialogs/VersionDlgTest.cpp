@@ -328,7 +328,7 @@ TEST_F(VersionDialog, ShowsThePictureInBothLayouts)
         const RightToLeft layout(mirrored);
         const Version dialog;
         RedrawWindow(dialog.m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-        pictures[mirrored] = ScreenPixels(dialog.m_hWnd, AreaOf(dialog.m_hWnd, IDC_VERSION_PICTURE));
+        pictures[mirrored] = ShownPixels(dialog.m_hWnd, AreaOf(dialog.m_hWnd, IDC_VERSION_PICTURE));
         const COLORREF face = GetSysColor(COLOR_3DFACE);
         const auto background = std::count(pictures[mirrored].begin(), pictures[mirrored].end(), face);
         EXPECT_EQ(pictures[mirrored][0], face) << "the corner is transparent";
