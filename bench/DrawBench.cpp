@@ -15,7 +15,7 @@ constexpr WORD PaletteColours = 256;
 /// The system calls work on the very same bitmaps: how fast large ones copy depends on where they lie in memory.
 class Opened : public CTransparentBmp
 {
-  public:
+public:
     using CTransparentBmp::m_hBkgndBmp;
     using CTransparentBmp::m_hSavedBmp;
 };

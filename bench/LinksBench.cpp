@@ -29,7 +29,7 @@ constexpr const char* Numbers[] = {"IDO_CARTRIDGEINFO_WEBLINKURL", "IDO_INKSTYLE
 /// A link that makes its address without a browser.
 class AddressLink : public CGUIUrlLink
 {
-  public:
+public:
     explicit AddressLink(INKINFO* ink)
     {
         m_bReadIniURL = 1; // as once a supplies link was followed
@@ -46,7 +46,7 @@ class AddressLink : public CGUIUrlLink
 /// The sample product's retailer file where the library looks for it, for as long as the object lives.
 class RetailerFile
 {
-  public:
+public:
     RetailerFile()
     {
         char system[MAX_PATH] = "";

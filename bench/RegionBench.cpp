@@ -14,7 +14,7 @@ constexpr size_t Growth = 100;
 /// The region calls alone: batches that are ready to be handed over.
 class Batches
 {
-  public:
+public:
     explicit Batches(const std::vector<RECT>& runs)
     {
         const size_t capacity = std::min(BatchSize, (runs.size() + Growth - 1) / Growth * Growth);
@@ -51,7 +51,7 @@ class Batches
         DeleteObject(region);
     }
 
-  private:
+private:
     std::vector<std::vector<char>> m_buffers;
 };
 

@@ -22,7 +22,7 @@ FRAMEWORK_API void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL all 
 class FRAMEWORK_API CDynLinkLibrary : public CObject
 {
     DECLARE_DYNAMIC(CDynLinkLibrary)
-  public:
+public:
     explicit CDynLinkLibrary(AFX_EXTENSION_MODULE& state, BOOL system = FALSE);
     ~CDynLinkLibrary() override;
 

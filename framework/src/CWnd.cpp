@@ -19,7 +19,7 @@ namespace
 // The message being handled, for as long as its window procedure runs.
 class HandledMessage
 {
-  public:
+public:
     explicit HandledMessage(const MSG& message) : m_former(State().handled)
     {
         State().handled = message;
@@ -33,7 +33,7 @@ class HandledMessage
     HandledMessage(const HandledMessage&) = delete;
     HandledMessage& operator=(const HandledMessage&) = delete;
 
-  private:
+private:
     MSG m_former;
 };
 

@@ -13,7 +13,7 @@ namespace framework
 template <class Handle, class Object, Handle Object::*member>
 class HandleMap
 {
-  public:
+public:
     HandleMap() = default;
     HandleMap(const HandleMap&) = delete;
     HandleMap& operator=(const HandleMap&) = delete;
@@ -54,7 +54,7 @@ class HandleMap
         }
     }
 
-  private:
+private:
     std::map<Handle, Object*> m_permanent;
     std::map<std::pair<Handle, std::type_index>, Object*> m_temporary;
 };

@@ -15,7 +15,7 @@
 
 class JobStatusWindow : public CDialog
 {
-  public:
+public:
     /// @param report  what the tanks show; copied
     /// @param tanks   1, 2 or 4 tanks
     JobStatusWindow(const INKINFO& report, int tanks);
@@ -23,7 +23,7 @@ class JobStatusWindow : public CDialog
     /// Shows another report.
     void ShowReport(const INKINFO& report);
 
-  protected:
+protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     afx_msg void OnPaint();
@@ -36,7 +36,7 @@ class JobStatusWindow : public CDialog
     afx_msg LRESULT OnColour(WPARAM colour, LPARAM control);
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     void PlaceControls();
     std::array<CGUIButton*, 5> Buttons();
     void MakeButtons();

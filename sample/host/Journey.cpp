@@ -52,10 +52,10 @@ bool RegisterBrowser(const std::string& program)
 /// Clicks the supplies link once the window has settled, and closes the window when the browser has been there.
 class JourneyWindow : public JobStatusWindow
 {
-  public:
+public:
     JourneyWindow(const INKINFO& report, const std::string& record) : JobStatusWindow(report, 2), m_record(record) {}
 
-  protected:
+protected:
     BOOL OnInitDialog() override
     {
         JobStatusWindow::OnInitDialog();
@@ -82,7 +82,7 @@ class JourneyWindow : public JobStatusWindow
     }
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     const std::string m_record;
     int m_ticks = 0;
 };

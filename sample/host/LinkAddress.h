@@ -6,7 +6,7 @@
 
 class LinkAddress : public CGUIUrlLink
 {
-  public:
+public:
     /// The address that following the link called `subUrl` would open, for a printer with this ink report.
     CString Of(const CString& subUrl, INKINFO& report);
 };

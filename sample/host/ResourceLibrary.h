@@ -5,7 +5,7 @@
 
 class ResourceLibrary
 {
-  public:
+public:
     explicit ResourceLibrary(const CString& name) : m_module(LoadLibraryA(name)) {}
     ~ResourceLibrary()
     {
@@ -18,19 +18,19 @@ class ResourceLibrary
     /// Null when it could not be loaded.
     HMODULE Module() const { return m_module; }
 
-  private:
+private:
     HMODULE m_module;
 };
 
 /// Makes a module the framework's current resource handle for a scope.
 class ResourcesFrom
 {
-  public:
+public:
     explicit ResourcesFrom(HMODULE module) : m_saved(AfxGetResourceHandle()) { AfxSetResourceHandle(module); }
     ~ResourcesFrom() { AfxSetResourceHandle(m_saved); }
     ResourcesFrom(const ResourcesFrom&) = delete;
     ResourcesFrom& operator=(const ResourcesFrom&) = delete;
 
-  private:
+private:
     HMODULE m_saved;
 };

@@ -7,17 +7,17 @@
 
 class SupportDialog : public CDialog
 {
-  public:
+public:
     /// Without an owner, it is laid out like the process, from the right too.
     explicit SupportDialog(const CString& printer);
 
-  protected:
+protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     afx_msg void OnChangeCountry();
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     void ShowNumbers();
     void ShowPapers();
 

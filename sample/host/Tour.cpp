@@ -24,7 +24,7 @@ constexpr int PickerRoom = 110;
 
 class TouringWindow : public JobStatusWindow
 {
-  public:
+public:
     TouringWindow(const std::string& folder, bool rightToLeft, int tanks, const Stop* stops, size_t count, int first)
         : JobStatusWindow(SampleInkReport(), tanks), m_prefix(folder + "\\" + (rightToLeft ? "rtl" : "ltr")),
           m_stops(stops), m_count(count), m_first(first)
@@ -63,7 +63,7 @@ class TouringWindow : public JobStatusWindow
         keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
     }
 
-  protected:
+protected:
     BOOL OnInitDialog() override
     {
         JobStatusWindow::OnInitDialog();
@@ -102,7 +102,7 @@ class TouringWindow : public JobStatusWindow
     }
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     const std::string m_prefix;
     const Stop* const m_stops;
     const size_t m_count;

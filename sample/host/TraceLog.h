@@ -7,7 +7,7 @@
 /// Switches the trace to the log file for as long as the object lives, on an empty log; puts the switch back.
 class TraceLog
 {
-  public:
+public:
     TraceLog();
     ~TraceLog();
     TraceLog(const TraceLog&) = delete;
@@ -22,7 +22,7 @@ class TraceLog
     /// The log's path.
     const std::string& Path() const { return m_path; }
 
-  private:
+private:
     std::string m_path;
     std::vector<std::string> m_records;
     long m_read = 0; ///< bytes of the log read so far

@@ -18,7 +18,7 @@ char* Text(const char* text)
 /// An installed printer, open for everything; null when there is none of this name.
 class Printer
 {
-  public:
+public:
     explicit Printer(const CString& name)
     {
         PRINTER_DEFAULTSA defaults = {nullptr, nullptr, PRINTER_ALL_ACCESS};
@@ -45,7 +45,7 @@ class Printer
     }
     bool Delete() { return DeletePrinter(m_handle) != 0; }
 
-  private:
+private:
     HANDLE m_handle = nullptr;
 };
 

@@ -8,7 +8,7 @@
 /// A step that could not be done; what() says which and why.
 class StepFailure : public std::runtime_error
 {
-  public:
+public:
     using std::runtime_error::runtime_error;
     /// With the system's error number.
     StepFailure(const std::string& what, unsigned long error)

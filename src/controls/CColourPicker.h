@@ -32,7 +32,7 @@ class AFX_EXT_CLASS CColourPicker : public CButton
 {
     DECLARE_DYNCREATE(CColourPicker)
 
-  public:
+public:
     /// Value of the selection mode that edits the text colour; every other value edits the background colour.
     enum
     {
@@ -64,7 +64,7 @@ class AFX_EXT_CLASS CColourPicker : public CButton
     /// Draws the face: normal, pressed (also while the pop-up is open), focused, disabled; mirrored with its parent.
     void DrawItem(LPDRAWITEMSTRUCT item) override;
 
-  protected:
+protected:
     void PreSubclassWindow() override;
 
     /// Opens the pop-up at the button's lower left corner and tells the parent (COLOURPICKER_DROPDOWN). Nothing happens
@@ -83,7 +83,7 @@ class AFX_EXT_CLASS CColourPicker : public CButton
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     COLORREF m_crColourBk;
     COLORREF m_crColourText;
     UINT m_nSelectionMode;

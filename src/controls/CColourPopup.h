@@ -17,7 +17,7 @@ class AFX_EXT_CLASS CColourPopup : public CWnd
 {
     DECLARE_DYNAMIC(CColourPopup)
 
-  public:
+public:
     /// Cells that are no colours; the colours count from 0.
     enum
     {
@@ -40,7 +40,7 @@ class AFX_EXT_CLASS CColourPopup : public CWnd
     /// @return 0 when the window cannot be created; the object is then the caller's to delete.
     BOOL Create(CPoint origin, COLORREF colour, CWnd* picker, const char* defaultText, const char* customText);
 
-  protected:
+protected:
     void PostNcDestroy() override;
 
     /// Makes the cell the initial one.
@@ -70,7 +70,7 @@ class AFX_EXT_CLASS CColourPopup : public CWnd
     afx_msg void OnPaletteChanged(CWnd* focusWindow);
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     int m_nNumColours;
     int m_nNumColumns;
     int m_nNumRows;

@@ -28,7 +28,7 @@ class AFX_EXT_CLASS CGUIButton : public CStatic
 {
     DECLARE_DYNAMIC(CGUIButton)
 
-  public:
+public:
     CGUIButton();
     /// Deletes the bitmaps and with them their regions.
     ~CGUIButton() override;
@@ -96,7 +96,7 @@ class AFX_EXT_CLASS CGUIButton : public CStatic
     /// The hand cursor, shared by all buttons; loaded at its first use.
     static HCURSOR g_hLinkCursor;
 
-  protected:
+protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     /// Has the button painted anew.
@@ -158,7 +158,7 @@ class AFX_EXT_CLASS CGUIButton : public CStatic
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     struct Face;
     int LoadFaces(HINSTANCE hInst, const Face& normal, const Face& hover, const Face& pressed, bool stretch);
     void PlaceStretched();

@@ -9,7 +9,7 @@ class AFX_EXT_CLASS CGUIFont : public CFont
 {
     DECLARE_DYNAMIC(CGUIFont)
 
-  public:
+public:
     /// The default font of controls (DEFAULT_GUI_FONT): regular, not underlined.
     CGUIFont();
     /// Deletes the system font.
@@ -20,9 +20,9 @@ class AFX_EXT_CLASS CGUIFont : public CFont
     /// @param nSize  size in points; 0 or less goes back to the default font's size
     void SetTextSize(int nSize);
 
-  protected:
+protected:
     LOGFONTA m_logFont = {};
 
-  private:
+private:
     void Remake();
 };

@@ -10,14 +10,14 @@ class AFX_EXT_CLASS COwnButton : public CGUIButton
 {
     DECLARE_DYNAMIC(COwnButton)
 
-  public:
+public:
     COwnButton();
     ~COwnButton() override;
 
     /// Owner-draw notice: notes state and focus, and draws.
     void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct) override;
 
-  protected:
+protected:
     void Repaint() override;
     /// Where the button's window lies, in the coordinates of its rectangle: the rectangle's corner.
     virtual CPoint WindowOrigin() const;

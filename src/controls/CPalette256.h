@@ -9,7 +9,7 @@ class AFX_EXT_CLASS CPalette256 : public CPalette
 {
     DECLARE_DYNAMIC(CPalette256)
 
-  public:
+public:
     /// An empty object: no system palette yet.
     CPalette256();
     /// Deletes the system palette.

@@ -12,7 +12,7 @@ class AFX_EXT_CLASS CTransStaticBmp : public CStatic
 {
     DECLARE_DYNAMIC(CTransStaticBmp)
 
-  public:
+public:
     /// Bits of the drawing mode.
     enum Mode
     {
@@ -33,7 +33,7 @@ class AFX_EXT_CLASS CTransStaticBmp : public CStatic
     /// @return 1, or 0 when there is no such bitmap: nothing is shown then.
     int Initialize(UINT nID, COLORREF crTransparent, int nMode, HINSTANCE hModule);
 
-  protected:
+protected:
     CTransparentBmp m_bmp; ///< the picture
 
     afx_msg void OnPaint();

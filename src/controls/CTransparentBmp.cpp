@@ -37,7 +37,7 @@ HBITMAP BackgroundBuffer(HBITMAP copy)
 /// Selects a palette as a background palette, realizes it, and puts back the previous one.
 class PaletteSelection
 {
-  public:
+public:
     PaletteSelection(HDC context, HPALETTE palette)
         : m_context(context), m_previous(palette ? ::SelectPalette(context, palette, TRUE) : nullptr)
     {
@@ -52,7 +52,7 @@ class PaletteSelection
             ::SelectPalette(m_context, m_previous, TRUE);
     }
 
-  private:
+private:
     HDC m_context;
     HPALETTE m_previous;
 };
@@ -60,7 +60,7 @@ class PaletteSelection
 /// A 32-bit picture whose rows, stored from the bottom up, can be read in memory.
 class ReadablePicture
 {
-  public:
+public:
     /// Copies the bitmap, stretched to the rectangle's size when there is one. False when the system refuses.
     bool Copy(HBITMAP bitmap, const CRect* rect)
     {
@@ -106,7 +106,7 @@ class ReadablePicture
         return reinterpret_cast<const DWORD*>(m_bits + static_cast<std::size_t>(m_height - 1 - y) * m_stride);
     }
 
-  private:
+private:
     GdiObject<HBITMAP> m_dib;
     const BYTE* m_bits = nullptr;
     std::size_t m_stride = 0;

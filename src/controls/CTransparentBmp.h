@@ -21,7 +21,7 @@ class AFX_EXT_CLASS CTransparentBmp : public CBitmap
 {
     DECLARE_DYNAMIC(CTransparentBmp)
 
-  public:
+public:
     CTransparentBmp();
     /// Frees the kept bitmaps and the regions: none that this object handed out may be in use any more.
     ~CTransparentBmp() override;
@@ -93,7 +93,7 @@ class AFX_EXT_CLASS CTransparentBmp : public CBitmap
     /// FALSE: no load flags at all, so that bitmaps load in the screen's own format.
     void SetMapSystemColors(int bMap);
 
-  protected:
+protected:
     int m_nWidth = 0;
     int m_nHeight = 0;
     HBITMAP m_hSavedBmp = nullptr;
@@ -118,7 +118,7 @@ class AFX_EXT_CLASS CTransparentBmp : public CBitmap
     int m_bFromFile = 0;
     CString m_strFileName;
 
-  private:
+private:
     void FreeLoaded();
     void StartLoading(HINSTANCE module, UINT nID, COLORREF crTransparent, const CRect* pRect);
     HRGN LoadResource(CRect* pRect);

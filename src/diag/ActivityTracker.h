@@ -20,7 +20,7 @@ struct ICairnfieldRecorder;
 /// library does not catch.
 class AFX_EXT_CLASS ActivityTracker
 {
-  public:
+public:
     /// Loads nothing.
     ActivityTracker();
     /// Unloads what is still loaded.
@@ -43,7 +43,7 @@ class AFX_EXT_CLASS ActivityTracker
     /// Records the value 1 once.
     int WriteData(unsigned short item, const char* serial);
 
-  private:
+private:
     HMODULE m_hPortal;
     BOOL m_bLoaded; // portal loaded and recorder object obtained
     CString m_strDataRecDLL;

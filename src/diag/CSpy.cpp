@@ -38,13 +38,13 @@ unsigned long PictureCounter = 0;
 // A caller often traces a failure before it acts on the thread's last error; switched-on tracing must not change it.
 class KeepLastError
 {
-  public:
+public:
     KeepLastError() : m_error(::GetLastError()) {}
     ~KeepLastError() { ::SetLastError(m_error); }
     KeepLastError(const KeepLastError&) = delete;
     KeepLastError& operator=(const KeepLastError&) = delete;
 
-  private:
+private:
     DWORD m_error;
 };
 } // namespace

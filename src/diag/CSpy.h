@@ -22,7 +22,7 @@ class CDC;
 /// An object is used by the thread that owns it. Several objects and processes may write to the log file at once.
 class AFX_EXT_CLASS CSpy
 {
-  public:
+public:
     /// Works out the log file's path, "c:\<product prefix>gui.log", and reads the switch. Opens no file.
     CSpy();
     /// Closes the log file if a record has opened it.
@@ -68,7 +68,7 @@ class AFX_EXT_CLASS CSpy
     /// sends nothing and takes no number.
     void OutputData(const char* label, int type, CDC* dc, int x, int y, int cx, int cy, CString comment, bool numbered);
 
-  protected:
+protected:
     /// Reads the switch and sets the four flags by it.
     void GetSpySetting();
     /// The local time as it stands in front of a record, such as "14:03:22 <November 16, 2006>". Month names are
@@ -104,7 +104,7 @@ class AFX_EXT_CLASS CSpy
     /// Passes the record to the debugger.
     void WriteOutputString();
 
-  private:
+private:
     template <class... Value>
     int Record(const Value&... value);
     template <class Structure>

@@ -1,12 +1,12 @@
 /* The interface between this suite and the maker's usage-data recorder, for both sides; C or C++.
 
-   The recorder is reached through a portal library, which exports `GetCairnfieldPortal`. ActivityTracker loads the portal
-   for each record: it takes a portal object, lets it load the recorder library and make a recorder object, records,
-   commits, releases both objects and frees the portal library again.
+   The recorder is reached through a portal library, which exports `GetCairnfieldPortal`. ActivityTracker loads the
+   portal for each record: it takes a portal object, lets it load the recorder library and make a recorder object,
+   records, commits, releases both objects and frees the portal library again.
 
-   Both objects are laid out like component objects: the three operations of IUnknown come first, of which only Release is
-   called. Operations named Reserved keep their place in the table and are never called. Zero means success everywhere,
-   any other result failure; an operation that hands out an object leaves none behind when it fails. */
+   Both objects are laid out like component objects: the three operations of IUnknown come first, of which only Release
+   is called. Operations named Reserved keep their place in the table and are never called. Zero means success
+   everywhere, any other result failure; an operation that hands out an object leaves none behind when it fails. */
 #pragma once
 
 #include <objbase.h>

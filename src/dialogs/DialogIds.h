@@ -3,24 +3,24 @@
 #pragma once
 
 // Options of the job status window (JSWOptionsDlg).
-#define IDD_JSW_OPTIONS 8023          // the template
-#define IDC_JSW_SKIN_LABEL 8025       // label of the skin choice; hidden with it
-#define IDC_JSW_SKIN_PREVIEW 8026     // visible static control of type SS_GRAYFRAME or the like: the skin's preview
-#define IDC_JSW_SKIN_PREVIOUS 8027    // push button
-#define IDC_JSW_SKIN_NEXT 8028        // push button
-#define IDC_JSW_SKIN_LINK 8029        // the web link to more skins, as large as bitmap IDB_JSW_LINK
-#define IDC_JSW_ALWAYS_SHOW 8030      // automatic radio buttons of one group
+#define IDD_JSW_OPTIONS 8023       // the template
+#define IDC_JSW_SKIN_LABEL 8025    // label of the skin choice; hidden with it
+#define IDC_JSW_SKIN_PREVIEW 8026  // visible static control of type SS_GRAYFRAME or the like: the skin's preview
+#define IDC_JSW_SKIN_PREVIOUS 8027 // push button
+#define IDC_JSW_SKIN_NEXT 8028     // push button
+#define IDC_JSW_SKIN_LINK 8029     // the web link to more skins, as large as bitmap IDB_JSW_LINK
+#define IDC_JSW_ALWAYS_SHOW 8030   // automatic radio buttons of one group
 #define IDC_JSW_SHOW_MINIMIZED 8031
 #define IDC_JSW_NEVER_SHOW 8032
-#define IDC_JSW_WARNING 8033          // text on warnings; string IDS_JSW_INK_LOW takes its place
-#define IDC_JSW_SOUND 8034            // automatic check box
-#define IDC_JSW_CARTRIDGE_LABEL 8035  // label of the cartridge choice; hidden with it
-#define IDC_JSW_COLOR_CARTRIDGE 8037  // automatic check boxes
+#define IDC_JSW_WARNING 8033         // text on warnings; string IDS_JSW_INK_LOW takes its place
+#define IDC_JSW_SOUND 8034           // automatic check box
+#define IDC_JSW_CARTRIDGE_LABEL 8035 // label of the cartridge choice; hidden with it
+#define IDC_JSW_COLOR_CARTRIDGE 8037 // automatic check boxes
 #define IDC_JSW_BLACK_CARTRIDGE 8038
-#define IDB_JSW_LINK 8036             // background of the web link, for white text; green is transparent
-#define IDB_JSW_SKIN_PREVIEW 1015     // in each skin's library: its preview; green is transparent
-#define IDS_JSW_SKIN_LINK 8002        // text of the web link
-#define IDS_JSW_INK_LOW 8014          // text of the warning control for products with the ink-low warning
+#define IDB_JSW_LINK 8036         // background of the web link, for white text; green is transparent
+#define IDB_JSW_SKIN_PREVIEW 1015 // in each skin's library: its preview; green is transparent
+#define IDS_JSW_SKIN_LINK 8002    // text of the web link
+#define IDS_JSW_INK_LOW 8014      // text of the warning control for products with the ink-low warning
 
 // Version of the printer software (VersionDlg).
 #define IDD_VERSION 8050              // the template
@@ -40,5 +40,5 @@
 #define IDS_VERSION_UPDATE_TAIL 8003  // rest of the web update's command line, with its leading blank
 #define IDS_VERSION_NOTICE 8011
 #define IDS_VERSION_LABEL 8012
-#define IDS_VERSION_LABEL_HPE 8013    // for products with the setting IDO_USEHPE
-#define IDS_VERSION_UNKNOWN 10075     // a file without version
+#define IDS_VERSION_LABEL_HPE 8013 // for products with the setting IDO_USEHPE
+#define IDS_VERSION_UNKNOWN 10075  // a file without version

@@ -36,7 +36,7 @@ class AFX_EXT_CLASS JSWOptionsDlg : public CDialog
 {
     DECLARE_DYNAMIC(JSWOptionsDlg)
 
-  public:
+public:
     /// Options of the modeless Init.
     enum InitOptions : unsigned long
     {
@@ -68,7 +68,7 @@ class AFX_EXT_CLASS JSWOptionsDlg : public CDialog
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
-  protected:
+protected:
     void DoDataExchange(CDataExchange* pDX) override;
     void PostNcDestroy() override;
 
@@ -124,7 +124,7 @@ class AFX_EXT_CLASS JSWOptionsDlg : public CDialog
     CSpy m_Spy;
     CGUIUrlLink m_SkinLink;
 
-  private:
+private:
     CString Setting(const char* key);
     bool Is(const char* key, unsigned long number);
     void Close();

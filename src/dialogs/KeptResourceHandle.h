@@ -9,7 +9,7 @@
 /// destructor: the handle that is current then stays.
 class AFX_EXT_CLASS KeptResourceHandle
 {
-  public:
+public:
     /// Keeps nothing yet.
     KeptResourceHandle();
     /// Puts the kept handle back, if there is one.
@@ -20,6 +20,6 @@ class AFX_EXT_CLASS KeptResourceHandle
     /// Notes the current handle.
     void Keep();
 
-  private:
+private:
     HINSTANCE m_hKept;
 };

@@ -45,7 +45,7 @@ bool IsRowControl(int id)
 /// A file's version information, in memory.
 class VersionInformation
 {
-  public:
+public:
     explicit VersionInformation(const CString& path)
     {
         DWORD unused = 0;
@@ -84,7 +84,7 @@ class VersionInformation
         return true;
     }
 
-  private:
+private:
     bool Query(const char* name, const char*& data, UINT& size) const
     {
         void* found = nullptr;

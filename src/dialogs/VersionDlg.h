@@ -24,12 +24,12 @@ class AFX_EXT_CLASS VersionDlg : public CDialog
 {
     DECLARE_DYNAMIC(VersionDlg)
 
-  public:
+public:
     /// @param pParent  owner window; null for the application's main window
     explicit VersionDlg(CWnd* pParent = nullptr);
     ~VersionDlg() override;
 
-  protected:
+protected:
     void DoDataExchange(CDataExchange* pDX) override;
 
     /// The printer driver's version from the product's version INI file: empty without the file, the product's default
@@ -71,7 +71,7 @@ class AFX_EXT_CLASS VersionDlg : public CDialog
     CString m_strProductVersion;
     CString m_astrRowVersion[DetailRows];
 
-  private:
+private:
     CString Setting(const char* key);
     bool IsNT();
     CString ComponentDirectory(const CString& file);

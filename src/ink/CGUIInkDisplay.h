@@ -27,7 +27,7 @@
 /// Nothing here fails loudly: unknown identities are classified as invalid, registry failures read as the default.
 class AFX_EXT_CLASS CGUIInkDisplay
 {
-  public:
+public:
     /// Which identity of a cartridge is meant.
     enum CartIDType : int
     {
@@ -133,12 +133,12 @@ class AFX_EXT_CLASS CGUIInkDisplay
     /// The same for a reorder without questions (page 701).
     void LaunchReorderInkAppSilentMode();
 
-  protected:
+protected:
     /// A number and a text of the product's settings; every setting named above is asked through these.
     virtual unsigned long NumberSetting(const char* key);
     virtual CString TextSetting(const char* key);
 
-  private:
+private:
     CGUIInkTank* m_apTanks[4];
     INKINFO* m_pInkInfo;
     int m_nMode;

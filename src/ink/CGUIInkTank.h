@@ -13,7 +13,7 @@
 /// both to a CGUIInkDisplay.
 class AFX_EXT_CLASS CGUIInkTank : public CTransStaticBmp
 {
-  public:
+public:
     /// What a tank holds.
     enum InkColor : int
     {
@@ -70,7 +70,7 @@ class AFX_EXT_CLASS CGUIInkTank : public CTransStaticBmp
     /// Shows the picture anew, from the bitmaps of `module`. @return as SetInkLevel
     int DrawInkLevel(HINSTANCE module);
 
-  private:
+private:
     friend class CGUIInkDisplay; // gives its tanks their bitmap type and draws them for a window in memory
 
     int m_nPercent;

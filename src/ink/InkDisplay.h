@@ -10,7 +10,7 @@
 /// missing setting does, 0 or "ERROR".
 class AFX_EXT_CLASS InkDisplay : public CGUIInkDisplay
 {
-  public:
+public:
     InkDisplay();
     ~InkDisplay() override;
 
@@ -19,11 +19,11 @@ class AFX_EXT_CLASS InkDisplay : public CGUIInkDisplay
     /// Sets a text, such as the parts of the ordering program's command line.
     void SetSetting(const char* key, const char* value);
 
-  protected:
+protected:
     unsigned long NumberSetting(const char* key) override;
     CString TextSetting(const char* key) override;
 
-  private:
+private:
     std::map<CString, unsigned long> m_Numbers;
     std::map<CString, CString> m_Texts;
 };

@@ -7,7 +7,7 @@
 /// InkTank::InkColor and InkTank::BmpType.
 class AFX_EXT_CLASS InkTank : public CGUIInkTank
 {
-  public:
+public:
     /// A tank of the long series.
     InkTank();
     /// A tank of the given bitmap type.

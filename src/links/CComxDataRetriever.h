@@ -12,7 +12,7 @@
 /// the call returns. Every call is traced; failures are results, nothing is thrown.
 class AFX_EXT_CLASS CComxDataRetriever
 {
-  public:
+public:
     /// Knows nothing yet: the getters answer 0 and the empty text.
     CComxDataRetriever();
     ~CComxDataRetriever();
@@ -36,7 +36,7 @@ class AFX_EXT_CLASS CComxDataRetriever
     /// The identity that it had when the printer was switched off.
     unsigned long GetSavedCartId(int index);
 
-  private:
+private:
     int LoadComxDLL();
     void FreeComxDLL();
     int AskLibrary(const CString& friendlyName);

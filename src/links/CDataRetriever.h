@@ -10,7 +10,7 @@
 /// Failures are results; nothing is thrown.
 class AFX_EXT_CLASS CDataRetriever
 {
-  public:
+public:
     CDataRetriever();
     ~CDataRetriever();
     CDataRetriever(const CDataRetriever&) = delete;
@@ -23,7 +23,7 @@ class AFX_EXT_CLASS CDataRetriever
     /// did, and also when the library is there but remembers no level; else 0.
     int SetParticipationLevel(int level);
 
-  private:
+private:
     CString GetDataRetrieverFilename();
     void LoadDataRetrieverDLL();
     void FreeDataRetrieverDLL();

@@ -8,7 +8,7 @@ class AFX_EXT_CLASS CGUIHelpLink : public CGUILink
 {
     DECLARE_DYNAMIC(CGUIHelpLink)
 
-  public:
+public:
     /// The text is underlined.
     CGUIHelpLink();
     ~CGUIHelpLink() override;

@@ -19,13 +19,13 @@ class AFX_EXT_CLASS CGUILink : public CLinkT<CGUIButton>
 {
     DECLARE_DYNAMIC(CGUILink)
 
-  public:
+public:
     CGUILink();
     ~CGUILink() override;
 
     void SetDefaultCursor() override;
 
-  protected:
+protected:
     void ShowAtOnce() override;
 
     DECLARE_MESSAGE_MAP()

@@ -30,7 +30,7 @@ class AFX_EXT_CLASS CGUIUrlLink : public CGUILink
 {
     DECLARE_DYNAMIC(CGUIUrlLink)
 
-  public:
+public:
     /// No address, no printer, no ink report; no partner parameter. The text is blue, hovered or not, and underlined.
     CGUIUrlLink();
     CGUIUrlLink(const CGUIUrlLink&) = delete;
@@ -90,7 +90,7 @@ class AFX_EXT_CLASS CGUIUrlLink : public CGUILink
     /// @return the result of opening the key: 0 on success
     long GetRegKey(HKEY root, const char* keyPath, char* output);
 
-  protected:
+protected:
     char m_szPrinterName[260]; ///< as last given to FollowLink; the key of recorded visits
     int m_bReadIniURL;         ///< a supplies or reseller link was followed: from then on the partner is named
     CString m_strURL;          ///< the address
@@ -101,7 +101,7 @@ class AFX_EXT_CLASS CGUIUrlLink : public CGUILink
     INKINFO* m_pInkInfo; ///< the host's ink report; may be null
     CGUIInkDisplay m_InkDisplay;
 
-  private:
+private:
     CString Setting(const char* key);
     void AppendSetting(const char* key);
     void AppendPartner();

@@ -8,7 +8,7 @@ class AFX_EXT_CLASS CGUIWizardLink : public CGUILink
 {
     DECLARE_DYNAMIC(CGUIWizardLink)
 
-  public:
+public:
     /// The text is underlined.
     CGUIWizardLink();
     ~CGUIWizardLink() override;

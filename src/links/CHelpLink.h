@@ -8,7 +8,7 @@ class AFX_EXT_CLASS CHelpLink : public CLink
 {
     DECLARE_DYNAMIC(CHelpLink)
 
-  public:
+public:
     /// The text is underlined.
     CHelpLink();
     ~CHelpLink() override;

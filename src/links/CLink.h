@@ -9,11 +9,11 @@ class AFX_EXT_CLASS CLink : public CLinkT<COwnButton>
 {
     DECLARE_DYNAMIC(CLink)
 
-  public:
+public:
     CLink();
     ~CLink() override;
 
-  protected:
+protected:
     void ShowAtOnce() override;
     CPoint WindowOrigin() const override;
 

@@ -21,7 +21,7 @@
 template <class Button>
 class AFX_EXT_CLASS CLinkT : public Button
 {
-  public:
+public:
     /// Text in blue (0xFF0000), in black while hovered, in grey (0xA0A0A0) when disabled; at the left, in the middle of
     /// the height; beside a picture 36 pixels from the link's left edge.
     CLinkT();
@@ -72,7 +72,7 @@ class AFX_EXT_CLASS CLinkT : public Button
     /// Sees to it that the hand cursor, which all links and buttons share, is loaded.
     virtual void SetDefaultCursor();
 
-  protected:
+protected:
     using Button::m_bCaptured;
     using Button::m_bFocus;
     using Button::m_bHasDisabledBmp;
@@ -118,7 +118,7 @@ class AFX_EXT_CLASS CLinkT : public Button
     afx_msg LRESULT OnLeave(WPARAM wParam, LPARAM lParam);
     afx_msg BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message);
 
-  private:
+private:
     bool IsHot() const;
     bool IsOnLink(CPoint point);
     void PlaceTextArea();

@@ -12,7 +12,7 @@ class AFX_EXT_CLASS CUrlLink : public CLink
 {
     DECLARE_DYNAMIC(CUrlLink)
 
-  public:
+public:
     /// The text is blue, hovered or not, and underlined.
     CUrlLink();
     ~CUrlLink() override;

@@ -8,7 +8,7 @@ class AFX_EXT_CLASS CWizardLink : public CLink
 {
     DECLARE_DYNAMIC(CWizardLink)
 
-  public:
+public:
     /// The text is underlined.
     CWizardLink();
     ~CWizardLink() override;

@@ -11,20 +11,20 @@
 /// modules behind it; OEMTeleIni::OnSelectCountryLink sees to that.
 class AFX_EXT_CLASS CSelectCountryDlg : public CDialog
 {
-  public:
+public:
     explicit CSelectCountryDlg(CWnd* parent = nullptr);
     ~CSelectCountryDlg() override;
 
     BOOL OnInitDialog() override;
 
-  protected:
+protected:
     void DoDataExchange(CDataExchange* exchange) override;
     void OnOK() override;
     afx_msg void OnListSelection();
     afx_msg void OnListDoubleClick();
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     int FindMyCountry();
 
     CListBox m_List;

@@ -19,7 +19,7 @@
 /// has no number (the United States then). Registry failures are silent.
 class AFX_EXT_CLASS OEMTeleIni
 {
-  public:
+public:
     /// Room in the list; at most 107 entries are used.
     static constexpr int MAX_ENTRIES = 260;
 
@@ -52,7 +52,7 @@ class AFX_EXT_CLASS OEMTeleIni
     CString m_strLocale[MAX_ENTRIES];  ///< the locale of each entry
     int m_nCount;                      ///< how many entries there are
 
-  protected:
+protected:
     /// The country's name in the system's language; the United States' for a locale that the suite does not know. Empty
     /// when the system cannot tell.
     CString GetLocalizedCountryString(CString locale);
@@ -65,7 +65,7 @@ class AFX_EXT_CLASS OEMTeleIni
     /// Appends an entry unless one displays the same.
     void AddToList(CString locale, CString number);
 
-  private:
+private:
     CString ResolveMyLocale();
     CString ReadSetting(const char* key);
 

@@ -11,7 +11,7 @@
 /// No member throws; what failed is told by the value that is returned.
 class AFX_EXT_CLASS SystemConfigDLL : public CObject
 {
-  public:
+public:
     /// Nothing is loaded yet.
     SystemConfigDLL();
     /// Loads at once, as Initialize does; whether that succeeded shows in the answers.
@@ -31,7 +31,7 @@ class AFX_EXT_CLASS SystemConfigDLL : public CObject
     /// `value` untouched.
     unsigned long GetItemData(unsigned long item, unsigned long& value);
 
-  private:
+private:
     HMODULE m_hConfigDLL;
     GetConfigDataFunction m_pfnGetConfigData;
     int m_bLoaded;            // 1 once the library is loaded and its entry point found

@@ -12,7 +12,7 @@
 /// exists is judged in the current directory.
 class AFX_EXT_CLASS TvkIniFile
 {
-  public:
+public:
     /// Reads `IDO_DEFAULTSTRING`.
     TvkIniFile();
     virtual ~TvkIniFile();
@@ -26,7 +26,7 @@ class AFX_EXT_CLASS TvkIniFile
     /// traced with the system's error number and returns 0.
     int WriteINI(CString file, CString section, CString key, CString value);
 
-  private:
+private:
     char m_szBuffer[256]; // every read fills it
     CString m_strDefault; // the text for a missing value
     CString m_strResult;  // result of the last read

@@ -26,7 +26,7 @@
 /// user-interface thread. The destructor puts back the resource handle that was current at the last look-up.
 class AFX_EXT_CLASS TvkProduct : public CObject
 {
-  public:
+public:
     /// Settings of this product: from the product prefix + "jswr.dll", without a fallback.
     TvkProduct();
     /// Settings from `libraryName` (a file name, looked for among the loaded modules, then beside this library), with
@@ -55,7 +55,7 @@ class AFX_EXT_CLASS TvkProduct : public CObject
     /// Tells where this library lies; called by its entry point.
     static void SetUtilDLLInstance(HINSTANCE instance);
 
-  private:
+private:
     friend class SystemConfigDLL; // its own questions must not come back to it: m_bConfigDLLAllowed
 
     HMODULE m_hSettingsDLL;     // resolved by the last load; null when none

@@ -27,11 +27,11 @@ Printer OpenByName(const char* name)
 /// The printer that the caller has open, else the one opened by name for as long as the object lives.
 class UsedPrinter
 {
-  public:
+public:
     UsedPrinter(const char* name, HANDLE open) : m_own(open ? Printer() : OpenByName(name)), m_open(open) {}
     HANDLE Get() const { return m_open ? m_open : m_own.Get(); }
 
-  private:
+private:
     Printer m_own;
     HANDLE m_open;
 };
@@ -40,7 +40,7 @@ class UsedPrinter
 template <class T>
 class Locked
 {
-  public:
+public:
     explicit Locked(const tvk::GlobalMemory& memory)
         : m_memory(memory.Get()), m_block(memory ? static_cast<T*>(::GlobalLock(m_memory)) : nullptr)
     {
@@ -58,7 +58,7 @@ class Locked
     explicit operator bool() const { return m_block != nullptr; }
     const char* TextAt(std::size_t offset) const { return reinterpret_cast<const char*>(m_block) + offset; }
 
-  private:
+private:
     HGLOBAL m_memory;
     T* m_block;
 };

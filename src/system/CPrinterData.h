@@ -17,7 +17,7 @@
 /// printer is set to.
 class AFX_EXT_CLASS CPrinterData
 {
-  public:
+public:
     /// Asks nothing yet.
     CPrinterData();
     virtual ~CPrinterData();
@@ -54,7 +54,7 @@ class AFX_EXT_CLASS CPrinterData
     /// @return 1, or 0 when there is no twin, no such paper, or the papers cannot be read
     int GetBorderlessPaperSize(const char* printer, short& paper, CRect& area);
 
-  private:
+private:
     /// A paper as the driver's device context for it tells.
     struct Paper
     {

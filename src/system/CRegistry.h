@@ -13,7 +13,7 @@
 /// CRegistryException*, to be freed by the catcher with Delete(), except where the operation says otherwise.
 class AFX_EXT_CLASS CRegistry
 {
-  public:
+public:
     /// What GetOSVer() and GetOSPlatform() answer.
     enum OSVersion
     {
@@ -140,7 +140,7 @@ class AFX_EXT_CLASS CRegistry
     /// with LocalFree.
     void* CreateSecurityDescriptor();
 
-  private:
+private:
     using SetEntriesInAclFunction = DWORD(WINAPI*)(ULONG, EXPLICIT_ACCESSA*, ACL*, ACL**);
 
     void GetOSKey(HKEY root, CString subKey);

@@ -7,7 +7,7 @@
 class AFX_EXT_CLASS CRegistryException : public CException
 {
     DECLARE_DYNAMIC(CRegistryException)
-  public:
+public:
     explicit CRegistryException(LONG errorCode);
     ~CRegistryException() override;
 

@@ -9,7 +9,7 @@ namespace
 /// The trace object as its owners share it: each copy of a CSafeRegistry counts as one.
 class SharedSpy : public CSpy
 {
-  public:
+public:
     static CSpy* Make(int trace) { return trace ? new SharedSpy : nullptr; }
 
     static CSpy* Share(CSpy* spy)
@@ -25,7 +25,7 @@ class SharedSpy : public CSpy
             delete spy;
     }
 
-  private:
+private:
     std::atomic<int> m_owners = 1; // the copies may live on different threads
 };
 

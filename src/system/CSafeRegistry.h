@@ -13,7 +13,7 @@ class CSpy;
 /// CRegistry&, such an object throws like any other.
 class AFX_EXT_CLASS CSafeRegistry : public CRegistry
 {
-  public:
+public:
     /// Holds no key. `trace`: non-zero makes the trace object, which reads the trace switch now and never again.
     explicit CSafeRegistry(int trace);
     CSafeRegistry(); ///< with tracing
@@ -66,6 +66,6 @@ class AFX_EXT_CLASS CSafeRegistry : public CRegistry
     void* CreateSecurityDescriptor();
     void InitMode(unsigned long mode);
 
-  private:
+private:
     CSpy* m_pSpy; // null: no tracing
 };

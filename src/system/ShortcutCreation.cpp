@@ -25,7 +25,7 @@ CString WindowsDirectory()
 /// COM for the current thread, for a scope.
 class ComScope
 {
-  public:
+public:
     ComScope() : m_initialised(SUCCEEDED(::CoInitialize(nullptr))) {}
     ~ComScope()
     {
@@ -36,7 +36,7 @@ class ComScope
     ComScope& operator=(const ComScope&) = delete;
     explicit operator bool() const { return m_initialised; }
 
-  private:
+private:
     bool m_initialised;
 };
 } // namespace

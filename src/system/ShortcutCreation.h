@@ -16,7 +16,7 @@ struct IPersistFile;
 /// asks for both folders, and a folder's path that is longer than the one read before it counts as a failure.
 class AFX_EXT_CLASS ShortcutCreation
 {
-  public:
+public:
     ShortcutCreation();
     /// A copy takes over every member, the memory of a failed look-up included.
     ShortcutCreation(const ShortcutCreation& other);
@@ -39,7 +39,7 @@ class AFX_EXT_CLASS ShortcutCreation
     long CreateShortcut(CString target, CString arguments, CString linkName, CString iconFile, int iconIndex,
                         bool setIcon, bool makeFolder, int location, CString subFolder);
 
-  private:
+private:
     long Create(const CString& target, const CString& arguments, const CString& pathInFolder, const CString& iconFile,
                 int iconIndex, bool setIcon, bool makeFolder, int location);
     void FindFolder(int location);

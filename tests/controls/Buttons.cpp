@@ -40,11 +40,11 @@ Picture MakeFace(FaceId id)
 /// A dialog's part: paints paper, then the button, and counts its clicks.
 class Host : public CWnd
 {
-  public:
+public:
     int clicks = 0;
     CGUIButton* painted = nullptr;
 
-  protected:
+protected:
     afx_msg void OnPaint()
     {
         CPaintDC context(this);
@@ -75,7 +75,7 @@ END_MESSAGE_MAP()
 template <class Base>
 class Opened : public Base
 {
-  public:
+public:
     using Base::m_bCaptured;
     using Base::m_bToggle;
     using Base::m_rcButton;
@@ -84,7 +84,7 @@ class Opened : public Base
 template <class Kind>
 class ButtonWorld : public testing::Test
 {
-  protected:
+protected:
     explicit ButtonWorld(DWORD exStyle = 0) : m_formerModule(AfxGetResourceHandle())
     {
         AfxSetResourceHandle(m_library.Module());
@@ -171,7 +171,7 @@ class ButtonWorld : public testing::Test
 
 class Buttons : public ButtonWorld<CGUIButton>
 {
-  public:
+public:
     /// Plays events and writes after each what is shown, an underscore for a mouse in captivity, and new clicks.
     std::string Play(const std::string& events)
     {

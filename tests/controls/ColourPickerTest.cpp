@@ -71,7 +71,7 @@ void Pump(DWORD milliseconds = 0)
 /// A window with a picker that writes down what the picker tells it.
 class Host : public CWnd
 {
-  public:
+public:
     explicit Host(DWORD exStyle = 0, CPoint place = CPoint(300, 200))
     {
         EXPECT_TRUE(CreateEx(exStyle, AfxRegisterWndClass(0, nullptr, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)),
@@ -94,7 +94,7 @@ class Host : public CWnd
     Notifications heard;
     std::function<void(UINT message)> whenTold = [](UINT) {};
 
-  protected:
+protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         if (message > WM_USER + 1000 && message <= WM_USER + 1005)

@@ -71,7 +71,7 @@ TEST(Drawing, ShowsTheBackgroundThroughTheHoles)
 /// A picture in a library, loaded in save-bitmap mode.
 class SavedDrawing : public testing::Test
 {
-  protected:
+protected:
     void Load(bool save = true, CRect* rect = nullptr)
     {
         m_bitmap.SetSaveBmp(save);

@@ -8,7 +8,7 @@
 /// A random picture of few colours; one of them is the hole. Every colour survives every depth.
 class Picture
 {
-  public:
+public:
     Picture(int width, int height, int depth, unsigned seed);
 
     int Width() const { return m_width; }
@@ -27,7 +27,7 @@ class Picture
     std::string File() const; ///< as a .bmp file
     HBITMAP Make() const;     ///< a DIB section of the picture's depth; the caller deletes it
 
-  private:
+private:
     size_t Index(int x, int y) const { return m_pixels[static_cast<size_t>(y * m_width + x)]; }
 
     int m_width;
@@ -40,19 +40,19 @@ class Picture
 /// A file in the tests' folder, gone with the object.
 class ScratchFile
 {
-  public:
+public:
     ScratchFile(const std::string& name, const std::string& bytes);
     ~ScratchFile();
     const std::string& Path() const { return m_path; }
 
-  private:
+private:
     std::string m_path;
 };
 
 /// A loaded resource-only library with bitmaps.
 class PictureLibrary
 {
-  public:
+public:
     struct Item
     {
         unsigned id;
@@ -62,7 +62,7 @@ class PictureLibrary
     ~PictureLibrary();
     HINSTANCE Module() const { return m_module; }
 
-  private:
+private:
     std::string m_path;
     HMODULE m_module = nullptr;
 };
@@ -70,7 +70,7 @@ class PictureLibrary
 /// A memory context with a true-colour bitmap full of noise.
 class Surface
 {
-  public:
+public:
     Surface(int width, int height, unsigned seed, DWORD layout = 0);
     ~Surface();
     HDC Context() const { return m_context; }
@@ -79,7 +79,7 @@ class Surface
     std::vector<COLORREF> Pixels() const;
     int Width() const { return m_width; }
 
-  private:
+private:
     int m_width;
     int m_height;
     HDC m_context;

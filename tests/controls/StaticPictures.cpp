@@ -12,10 +12,10 @@ constexpr int Size = 40;
 /// Paints a background whose every pixel tells its place.
 class Host : public CWnd
 {
-  public:
+public:
     static COLORREF Background(int x, int y) { return RGB(x, y, x + y); }
 
-  protected:
+protected:
     afx_msg BOOL OnEraseBkgnd(CDC* context)
     {
         for (int y = 0; y < 60; ++y)

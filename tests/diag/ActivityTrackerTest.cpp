@@ -29,7 +29,7 @@ bool IsLoaded()
 /// Copies of the two libraries in a directory, for as long as the object lives.
 class InstalledRecorder
 {
-  public:
+public:
     explicit InstalledRecorder(const std::string& directory, const char* portal = Portal) : m_directory(directory)
     {
         EXPECT_TRUE(CopyFileA((TestFolder() + portal).c_str(), (directory + "portal.dll").c_str(), FALSE)) << directory;
@@ -43,7 +43,7 @@ class InstalledRecorder
     InstalledRecorder(const InstalledRecorder&) = delete;
     InstalledRecorder& operator=(const InstalledRecorder&) = delete;
 
-  private:
+private:
     std::string m_directory;
 };
 
@@ -71,7 +71,7 @@ std::string Journey(const std::string& directory, const std::string& steps)
 
 class ActivityTrackerTest : public testing::Test
 {
-  protected:
+protected:
     ActivityTrackerTest()
     {
         SetEnvironmentVariableA("USAGE_LOG", (TestFolder() + "usage.log").c_str());
@@ -105,7 +105,7 @@ class ActivityTrackerTest : public testing::Test
 /// A product that records and has its libraries.
 class Recording : public ActivityTrackerTest
 {
-  protected:
+protected:
     const TestProduct product = RecordingProduct();
     const InstalledRecorder installed{DriverDirectory};
     ActivityTracker tracker;

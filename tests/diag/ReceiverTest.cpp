@@ -15,7 +15,7 @@ const std::string Folder = "c:\\trace pictures";
 
 class ReceiverTest : public testing::Test
 {
-  protected:
+protected:
     ReceiverTest() { CreateDirectoryA(Folder.c_str(), nullptr); }
     ~ReceiverTest() override
     {
@@ -67,7 +67,7 @@ class ReceiverTest : public testing::Test
         return answer;
     }
 
-  private:
+private:
     PROCESS_INFORMATION m_process = {};
     HWND m_window = nullptr;
 };

@@ -14,7 +14,7 @@ namespace
 // A dialog with the receiver's title; keeps what it is sent.
 class Receiver
 {
-  public:
+public:
     Receiver()
     {
         struct
@@ -32,7 +32,7 @@ class Receiver
     std::vector<std::string> messages;
     HWND window;
 
-  private:
+private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
     {
         if (message == WM_INITDIALOG)
@@ -78,7 +78,7 @@ std::string SamplePixels(int width, int height)
 
 class TracePictures : public testing::Test
 {
-  protected:
+protected:
     TracePictures()
     {
         bitmap.CreateBitmap(3, 2, 1, 32, SamplePixels(3, 2).data());

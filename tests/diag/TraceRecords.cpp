@@ -15,7 +15,7 @@ namespace
 // The steps that derived classes can use.
 class Steps : public CSpy
 {
-  public:
+public:
     using CSpy::AddToBufferBase16;
     using CSpy::GetTimeStamp;
     using CSpy::WriteBuffer;

@@ -43,7 +43,7 @@ LONG CALLBACK SeeDebuggerText(EXCEPTION_POINTERS* pointers)
 
 class TraceSinks : public testing::Test
 {
-  protected:
+protected:
     TraceSinks() : m_handler(AddVectoredExceptionHandler(1, SeeDebuggerText))
     {
         Boxes.clear();
@@ -57,7 +57,7 @@ class TraceSinks : public testing::Test
 
     TraceWorld world;
 
-  private:
+private:
     PVOID m_handler;
     IatPatch m_box{Library(), "MessageBoxA", RecordBox};
 };

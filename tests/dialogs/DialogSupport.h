@@ -8,14 +8,14 @@
 /// A resource library of the sample product, loaded and the framework's current one for as long as the object lives.
 class CurrentLibrary
 {
-  public:
+public:
     explicit CurrentLibrary(const std::string& name);
     ~CurrentLibrary();
     CurrentLibrary(const CurrentLibrary&) = delete;
     CurrentLibrary& operator=(const CurrentLibrary&) = delete;
     HMODULE Module() const { return m_module; }
 
-  private:
+private:
     HINSTANCE m_former;
     HMODULE m_module;
 };
@@ -23,7 +23,7 @@ class CurrentLibrary
 /// A file somewhere in the machine, gone with the object.
 class PlacedFile
 {
-  public:
+public:
     /// A copy of a file of the tests' folder, or of the sample product's components in its sub-folder dialogs.
     PlacedFile(const std::string& path, const std::string& source);
     /// A file of these bytes.
@@ -33,7 +33,7 @@ class PlacedFile
     PlacedFile& operator=(const PlacedFile&) = delete;
     const std::string& Path() const { return m_path; }
 
-  private:
+private:
     explicit PlacedFile(const std::string& path) : m_path(path) {}
     std::string m_path;
 };
@@ -41,7 +41,7 @@ class PlacedFile
 /// Right-to-left windows from now on, until the object is gone.
 class RightToLeft
 {
-  public:
+public:
     explicit RightToLeft(bool on = true) { SetProcessDefaultLayout(on ? LAYOUT_RTL : 0); }
     ~RightToLeft() { SetProcessDefaultLayout(0); }
 };

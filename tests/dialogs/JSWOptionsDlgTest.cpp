@@ -58,7 +58,7 @@ std::string TwoHalves(int width, int height, COLORREF left, COLORREF right)
 /// A folder of skins, gone with the object.
 class SkinFolder
 {
-  public:
+public:
     explicit SkinFolder(const std::string& path) : m_path(path)
     {
         std::filesystem::remove_all(path); // a run that was ended may have left it
@@ -107,7 +107,7 @@ class SkinFolder
         EXPECT_TRUE(DeleteFileA(Path(name).c_str())) << name << " is still loaded? " << GetLastError();
     }
 
-  private:
+private:
     std::string m_path;
     std::vector<std::string> m_names;
 };
@@ -115,7 +115,7 @@ class SkinFolder
 /// The dialog, modeless so that the test goes on.
 class Options : public JSWOptionsDlg
 {
-  public:
+public:
     using JSWOptionsDlg::m_bSkinChanged;
     using JSWOptionsDlg::m_nCurrentSkin;
     using JSWOptionsDlg::m_nPrimarySkins;
@@ -174,7 +174,7 @@ UINT WINAPI NoWindowsDirectory(LPSTR, UINT)
 
 class OptionsDialog : public testing::Test
 {
-  protected:
+protected:
     OptionsDialog()
     {
         m_registry.Claim(HKEY_CURRENT_USER, UserKey);

@@ -25,7 +25,7 @@ constexpr int Windows98 = 5; // CRegistry::OSVersion
 /// The dialog, modeless so that the test goes on.
 class Version : public VersionDlg
 {
-  public:
+public:
     using VersionDlg::GetFileVersion;
     Version()
     {
@@ -57,7 +57,7 @@ HINSTANCE WINAPI RecordOpening(HWND, LPCSTR verb, LPCSTR file, LPCSTR arguments,
 /// A product whose components are installed. The dialogs of the tests use the sample product's resources.
 class VersionDialog : public testing::Test
 {
-  protected:
+protected:
     /// The settings, and those that a test has besides or in place of them.
     void Product(const std::vector<TestSetting>& own = {})
     {

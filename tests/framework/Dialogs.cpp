@@ -9,7 +9,7 @@ namespace
 {
 class CValues : public CDialog
 {
-  public:
+public:
     explicit CValues(CWnd* parent = nullptr) : CDialog(IDD_MODAL, parent) {}
 
     CString m_text{"start"};
@@ -22,7 +22,7 @@ class CValues : public CDialog
     using Step = void (*)(CValues&);
     void Later(Step step) { SetTimer(reinterpret_cast<UINT_PTR>(step), 1, nullptr); }
 
-  protected:
+protected:
     void DoDataExchange(CDataExchange* exchange) override
     {
         CDialog::DoDataExchange(exchange);
@@ -65,7 +65,7 @@ END_MESSAGE_MAP()
 
 class Dialogs : public testing::Test
 {
-  protected:
+protected:
     void SetUp() override { AfxSetResourceHandle(m_module); }
     void TearDown() override
     {

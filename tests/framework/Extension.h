@@ -6,7 +6,7 @@
 class AFX_EXT_CLASS CTestException : public CException
 {
     DECLARE_DYNAMIC(CTestException)
-  public:
+public:
     explicit CTestException(int number);
     ~CTestException() override;
     int m_number;

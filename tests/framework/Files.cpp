@@ -10,7 +10,7 @@ namespace
 {
 class Files : public testing::Test
 {
-  protected:
+protected:
     void SetUp() override
     {
         char temp[MAX_PATH];

@@ -9,7 +9,7 @@ namespace
 // Two resource-only libraries, the first one set as the current handle or linked into the chain by the tests.
 class Resources : public testing::Test
 {
-  protected:
+protected:
     void SetUp() override
     {
         m_first = LoadLibraryA("framework_first.dll");

@@ -15,7 +15,7 @@ constexpr UINT TestMessage = WM_APP + 1;
 class CRecorder : public CWnd
 {
     DECLARE_DYNAMIC(CRecorder)
-  public:
+public:
     std::vector<std::string> m_calls;
     bool m_refuse = false;
 
@@ -25,7 +25,7 @@ class CRecorder : public CWnd
     }
     using CWnd::DefWindowProc;
 
-  protected:
+protected:
     using Text = testing::Message;
     void Note(const Text& call) { m_calls.push_back(call.GetString()); }
     int OnCreate(LPCREATESTRUCT parameters)
@@ -86,7 +86,7 @@ END_MESSAGE_MAP()
 // Inherits the recorder's handlers and replaces one.
 class CDerived : public CRecorder
 {
-  protected:
+protected:
     void OnChoice() { m_calls.push_back("derived choice"); }
     DECLARE_MESSAGE_MAP()
 };
@@ -111,10 +111,10 @@ int LivingWindows()
 
 class CCountingEdit : public CEdit
 {
-  public:
+public:
     int m_characters = 0;
 
-  protected:
+protected:
     void OnChar(UINT character, UINT repeat, UINT flags)
     {
         ++m_characters;
@@ -129,7 +129,7 @@ END_MESSAGE_MAP()
 // A button that handles what its parent hands back.
 class CReflecting : public CButton
 {
-  public:
+public:
     int m_clicks = 0, m_draws = 0;
     bool m_pass = false;
     CBrush m_brush{RGB(1, 2, 3)};
@@ -139,7 +139,7 @@ class CReflecting : public CButton
         CDC::FromHandle(item->hDC)->FillSolidRect(&item->rcItem, RGB(200, 0, 0));
     }
 
-  protected:
+protected:
     BOOL OnClicked() { return ++m_clicks > 0 && !m_pass; }
     HBRUSH CtlColor(CDC*, UINT type) { return type == CTLCOLOR_BTN ? m_brush : static_cast<HBRUSH>(nullptr); }
     void OnHot(NMHDR*, LRESULT* result) { *result = 5; }
@@ -305,7 +305,7 @@ TEST(Windows, ExceptionsStayInTheWindowProcedure)
 {
     class CTellingApp : public CWinApp
     {
-      public:
+    public:
         int m_told = 0;
         LRESULT ProcessWndProcException(CException* exception, const MSG* message) override
         {
@@ -345,7 +345,7 @@ TEST(Windows, LoopEndsWithTheMainWindow)
 {
     class CLoopApp : public CWinApp
     {
-      public:
+    public:
         int m_idle = 0;
         BOOL OnIdle(LONG count) override
         {

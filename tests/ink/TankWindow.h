@@ -7,7 +7,7 @@
 
 class TankWindow
 {
-  public:
+public:
     /// `type`: the tanks' bitmap type; `exStyle`: further styles of the window, such as WS_EX_LAYOUTRTL.
     explicit TankWindow(int type = CGUIInkTank::BmpLongSeries, DWORD exStyle = 0);
     ~TankWindow();
@@ -26,7 +26,7 @@ class TankWindow
     static constexpr int Tanks = 4, Width = 48, Height = 104, Distance = 60;
     static constexpr COLORREF Background = RGB(30, 200, 250);
 
-  private:
+private:
     HWND m_window;
     std::vector<std::unique_ptr<CGUIInkTank>> m_tanks;
 };

@@ -62,7 +62,7 @@ const std::map<FaceId, Picture>& Faces()
 /// The host's application: notes what help it is asked for.
 class Application : public CWinApp
 {
-  public:
+public:
     std::string help;
     void WinHelp(DWORD_PTR data, UINT command) override
     {
@@ -73,12 +73,12 @@ class Application : public CWinApp
 /// A host's window: paints paper and the link on it, and counts the link's clicks.
 class Host : public CWnd
 {
-  public:
+public:
     int clicks = 0;
     CGUILink* painted = nullptr;
     std::function<void()> clicked;
 
-  protected:
+protected:
     afx_msg void OnPaint()
     {
         CPaintDC context(this);
@@ -112,7 +112,7 @@ END_MESSAGE_MAP()
 template <class Kind>
 class World
 {
-  public:
+public:
     explicit World(DWORD exStyle = 0) : m_mirrored(exStyle & WS_EX_LAYOUTRTL)
     {
         host.CreateEx(exStyle, AfxRegisterWndClass(0), "host", WS_POPUP, 50, 60, HostWidth, 80, nullptr, nullptr);
@@ -257,7 +257,7 @@ class World
     const PictureLibrary art{
         {{Normal, Faces().at(Normal).Dib()}, {Hover, Faces().at(Hover).Dib()}, {Disabled, Faces().at(Disabled).Dib()}}};
 
-  private:
+private:
     const bool m_mirrored;
     int m_seenClicks = 0;
 };

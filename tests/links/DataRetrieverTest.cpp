@@ -32,7 +32,7 @@ TestProduct ParticipationProduct(const char* fileName)
 
 class ParticipationLevel : public testing::Test
 {
-  protected:
+protected:
     ~ParticipationLevel() override
     {
         DeleteFileA(m_ini.c_str());
@@ -82,7 +82,7 @@ TEST_F(ParticipationLevel, NeedsALibraryWithEntries)
 
 class PrinterCache : public testing::Test
 {
-  protected:
+protected:
     PrinterCache() { fs::create_directories(DriverRoot + "3"); }
     ~PrinterCache() override
     {

@@ -36,7 +36,7 @@ std::string Recorded(int mapId)
 /// A Windows directory with a viewer that writes down its start, and a help library that writes down its calls.
 class Help : public testing::Test
 {
-  protected:
+protected:
     Help() : folder(TestFolder() + "helpwin"), viewer(MakeFolder(folder) + "\\hh.exe")
     {
         world.SetText(HKEY_CLASSES_ROOT, ControlKey, "", TestFolder() + "htmlhelp.dll");

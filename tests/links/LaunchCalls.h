@@ -8,7 +8,7 @@
 
 class LaunchCalls
 {
-  public:
+public:
     LaunchCalls();
     ~LaunchCalls();
     LaunchCalls(const LaunchCalls&) = delete;
@@ -28,7 +28,7 @@ class LaunchCalls
     bool Refuses(const std::string& name);
     void Note(const std::string& call);
 
-  private:
+private:
     std::list<IatPatch> m_patches;
     std::set<std::string> m_refused;
 };

@@ -20,7 +20,7 @@ using Lines = std::vector<std::string>;
 /// A browser registered for this process alone, and the calls of a launch.
 class Launch : public testing::Test
 {
-  protected:
+protected:
     Launch() : browser(TestFolder() + "links test browser.exe") { Register("\"" + browser.Path() + "\" -open \"%1\""); }
     ~Launch() override { SetEnvironmentVariableA("RECORDER_PARENT", nullptr); }
 

@@ -7,7 +7,7 @@
 
 class TestLink : public CGUIUrlLink
 {
-  public:
+public:
     std::string Address() const { return static_cast<LPCSTR>(m_strURL); }
     using CGUIUrlLink::m_bReadIniURL;
 

@@ -61,7 +61,7 @@ Answer Ask()
 
 class CountryLanguage : public testing::Test
 {
-  protected:
+protected:
     static void Set(const std::string& bytes, DWORD type = REG_SZ)
     {
         RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "Locale", type, bytes.data(),

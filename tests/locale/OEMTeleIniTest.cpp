@@ -47,7 +47,7 @@ void WriteNumber(const std::string& locale, const char* number, const std::strin
 /// What derived classes may use.
 class Telephones : public OEMTeleIni
 {
-  public:
+public:
     using OEMTeleIni::GetLocalizedCountryString;
 
     std::vector<std::string> List()
@@ -68,7 +68,7 @@ class Telephones : public OEMTeleIni
 
 class TelephoneList : public testing::Test
 {
-  protected:
+protected:
     TelephoneList()
     {
         fs::create_directories(DriverRoot + "3");
@@ -97,7 +97,7 @@ class TelephoneList : public testing::Test
 
     RegistryWorld m_registry;
 
-  private:
+private:
     std::string m_userLocale;
 };
 

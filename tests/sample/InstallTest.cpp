@@ -113,7 +113,7 @@ void Pump()
 /// The product installed while these tests run; they only read.
 class InstalledProduct : public testing::Test
 {
-  protected:
+protected:
     static void SetUpTestSuite()
     {
         const ProcessResult installed = Installer("");

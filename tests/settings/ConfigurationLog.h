@@ -9,7 +9,7 @@
 
 class ConfigurationLog
 {
-  public:
+public:
     ConfigurationLog() { DeleteFileA(Path().c_str()); }
     ~ConfigurationLog() { DeleteFileA(Path().c_str()); }
     ConfigurationLog(const ConfigurationLog&) = delete;
@@ -21,6 +21,6 @@ class ConfigurationLog
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-  private:
+private:
     static std::string Path() { return TestFolder() + "testconf.log"; }
 };

@@ -12,7 +12,7 @@ constexpr unsigned long NoNumber = 0xFFFFFFFF;
 
 class SystemConfigDLLTest : public testing::Test
 {
-  protected:
+protected:
     ~SystemConfigDLLTest() override
     {
         EXPECT_FALSE(GetModuleHandleA(Library)) << "the configuration library is still loaded";
@@ -24,7 +24,7 @@ class SystemConfigDLLTest : public testing::Test
 /// A copy of the configuration library in a folder of the printer drivers, gone with its log after the test.
 class DriverLibrary
 {
-  public:
+public:
     explicit DriverLibrary(const std::string& path) : m_path(SystemFolder() + "spool\\drivers\\x64\\" + path)
     {
         EXPECT_TRUE(CopyFileA((TestFolder() + Library).c_str(), m_path.c_str(), FALSE)) << m_path;
@@ -37,7 +37,7 @@ class DriverLibrary
     DriverLibrary(const DriverLibrary&) = delete;
     DriverLibrary& operator=(const DriverLibrary&) = delete;
 
-  private:
+private:
     std::string m_path;
 };
 } // namespace

@@ -10,7 +10,7 @@ namespace
 /// A product with a default text, and the path of an INI file that is gone after the test.
 class TvkIniFileTest : public testing::Test
 {
-  protected:
+protected:
     ~TvkIniFileTest() override { DeleteFileA(m_file.c_str()); }
 
     void Write(const std::string& text) { std::ofstream(m_file, std::ios::binary) << text; }

@@ -28,7 +28,7 @@ int WINAPI NoteBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style)
 /// Message boxes are noted in place of being shown.
 class TvkMessageBoxTest : public testing::Test
 {
-  protected:
+protected:
     TvkMessageBoxTest() : m_patch(LibraryUnderTest(), "MessageBoxA", &NoteBox) { Boxes.clear(); }
 
     /// The style that a box asked for with MB_ICONWARNING gets.

@@ -6,7 +6,7 @@
 
 class FakeVersion
 {
-  public:
+public:
     /// Platform 0 Win32s, 1 the 9x family, 2 the NT family; below 0 the query fails.
     FakeVersion(int platform, unsigned long major, unsigned long minor);
 
@@ -14,6 +14,6 @@ class FakeVersion
     /// query leaves `lastError` behind as the thread's last error.
     explicit FakeVersion(int version, unsigned long lastError = 0);
 
-  private:
+private:
     IatPatch m_patch;
 };

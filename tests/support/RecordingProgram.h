@@ -15,7 +15,7 @@ struct ProgramStart
 
 class RecordingProgram
 {
-  public:
+public:
     /// Copies the recorder to this path, for as long as the object lives.
     explicit RecordingProgram(const std::string& path);
     ~RecordingProgram();
@@ -28,6 +28,6 @@ class RecordingProgram
     /// nothing comes.
     ProgramStart Recorded(const std::function<void()>& call, bool started = true) const;
 
-  private:
+private:
     std::string m_path;
 };

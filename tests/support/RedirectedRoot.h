@@ -7,13 +7,13 @@
 
 class RedirectedRoot
 {
-  public:
+public:
     explicit RedirectedRoot(HKEY root);
     ~RedirectedRoot();
     RedirectedRoot(const RedirectedRoot&) = delete;
     RedirectedRoot& operator=(const RedirectedRoot&) = delete;
 
-  private:
+private:
     HKEY m_root;
     std::string m_path;
 };

@@ -10,7 +10,7 @@
 
 class RegistryWorld
 {
-  public:
+public:
     RegistryWorld() = default;
     ~RegistryWorld();
     RegistryWorld(const RegistryWorld&) = delete;
@@ -34,7 +34,7 @@ class RegistryWorld
     /// The bytes of a value as they are stored; nothing when it is missing.
     static std::optional<std::string> Get(HKEY root, const std::string& path, const char* name);
 
-  private:
+private:
     static void Grant(HKEY root, const std::string& path, DWORD rights);
 
     std::vector<std::pair<HKEY, std::string>> m_claimed, m_restricted;

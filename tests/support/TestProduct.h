@@ -27,7 +27,7 @@ using SettingList = std::vector<TestSetting>;
 /// A settings library in a file, not loaded.
 class TestLibrary
 {
-  public:
+public:
     /// Writes `fileName` beside the utilities library under test. `language` becomes string 8003, the driver's
     /// language.
     TestLibrary(const std::string& fileName, const SettingList& settings, const std::string& language = "");
@@ -37,7 +37,7 @@ class TestLibrary
 
     const std::string& Path() const { return m_path; }
 
-  private:
+private:
     std::string m_path;
 };
 
@@ -45,7 +45,7 @@ class TestLibrary
 /// place of the one beside the utilities library.
 class TestProduct
 {
-  public:
+public:
     explicit TestProduct(TestSettings settings, const std::string& language = "");
     explicit TestProduct(const SettingList& settings, const std::string& language = "");
     ~TestProduct();
@@ -53,7 +53,7 @@ class TestProduct
     /// The settings library's file name, as records name it.
     static std::string LibraryName();
 
-  private:
+private:
     std::string m_folder;
     std::unique_ptr<TestLibrary> m_library;
     HMODULE m_module;

@@ -10,7 +10,7 @@
 
 class TraceWorld
 {
-  public:
+public:
     /// Sets GUILOG to the value: 1 log file, 2 message box, 3 both, 4 debugger.
     explicit TraceWorld(unsigned long guilog = 1);
     ~TraceWorld();
@@ -32,7 +32,7 @@ class TraceWorld
     /// Empties the log; traces that hold it open go on.
     void Clear();
 
-  private:
+private:
     struct Value
     {
         unsigned long type;

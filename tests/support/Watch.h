@@ -12,7 +12,7 @@ class Watch;
 template <class R, class... A>
 class Watch<R(WINAPI*)(A...)>
 {
-  public:
+public:
     explicit Watch(const char* function, int refuse = 0, HMODULE caller = LibraryUnderTest())
         : m_patch(caller, function, &Call)
     {
@@ -22,7 +22,7 @@ class Watch<R(WINAPI*)(A...)>
     }
     int Calls() const { return s_calls; }
 
-  private:
+private:
     static R WINAPI Call(A... arguments) { return ++s_calls == s_refuse ? R{} : s_original(arguments...); }
     static inline int s_calls, s_refuse;
     static inline R(WINAPI* s_original)(A...);

@@ -55,7 +55,7 @@ template struct PrivateMember<&CPrinterData::GetPrinterDevNames>;
 
 class PrinterData : public testing::Test
 {
-  protected:
+protected:
     static void SetUpTestSuite() { AddPrinter(PrinterName, Driver); }
     static void TearDownTestSuite() { RemovePrinter(PrinterName, Driver); }
 
@@ -74,7 +74,7 @@ class Counted;
 template <class R, class... A>
 class Counted<R(WINAPI*)(A...)>
 {
-  public:
+public:
     /// `balance`: what a successful call adds to what is outstanding.
     Counted(const char* function, int balance = 0) : m_patch(LibraryUnderTest(), function, &Answer)
     {
@@ -83,7 +83,7 @@ class Counted<R(WINAPI*)(A...)>
         s_original = m_patch.template Original<R(WINAPI*)(A...)>();
     }
 
-  private:
+private:
     static R WINAPI Answer(A... arguments)
     {
         if (++g_made[s_function] == g_failAt && s_function == g_failing)

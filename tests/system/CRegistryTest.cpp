@@ -12,7 +12,7 @@ const char* const Home = "Software\\RegistryTest";
 
 class CRegistryTest : public testing::Test
 {
-  protected:
+protected:
     void SetUp() override
     {
         m_world.SetText(HKEY_CURRENT_USER, Home, "text", "value");
@@ -121,11 +121,11 @@ TEST_F(CRegistryTest, TheExceptionIsSilentAndCaughtAsItsBase)
 // Switches the backup and restore privileges of this process on while it lives.
 class Privileges
 {
-  public:
+public:
     Privileges() { Switch(SE_PRIVILEGE_ENABLED); }
     ~Privileges() { Switch(0); }
 
-  private:
+private:
     static void Switch(DWORD attributes)
     {
         tvk::Token token;

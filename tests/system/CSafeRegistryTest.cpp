@@ -16,7 +16,7 @@ const char* const Home = "Software\\SafeRegistryTest";
 
 class CSafeRegistryTest : public testing::Test
 {
-  protected:
+protected:
     void SetUp() override
     {
         m_world.SetText(HKEY_CURRENT_USER, Home, "text", "value");

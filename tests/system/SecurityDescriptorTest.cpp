@@ -69,7 +69,7 @@ LONG WINAPI CreateKey(HKEY root, LPCSTR path, DWORD reserved, LPSTR type, DWORD 
 
 class SecurityDescriptorTest : public testing::Test
 {
-  protected:
+protected:
     SecurityDescriptorTest()
     {
         calls = {};

@@ -89,7 +89,7 @@ long Create(ShortcutCreation& shortcuts, const char* name, int location, bool ma
 
 class Shortcuts : public testing::Test
 {
-  protected:
+protected:
     Shortcuts()
     {
         for (const FolderValue& value : Values)
@@ -117,7 +117,7 @@ class Shortcuts : public testing::Test
 
     ShortcutCreation m_shortcuts;
 
-  private:
+private:
     std::vector<std::optional<std::string>> m_saved;
 };
 

@@ -94,7 +94,7 @@ RECT FitInto(const RECT& area, int width, int height)
 
 class Receiver
 {
-  public:
+public:
     explicit Receiver(const Options& options) : m_options(options) {}
 
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept
@@ -112,7 +112,7 @@ class Receiver
         }
     }
 
-  private:
+private:
     static constexpr std::size_t KeptPixels = 64u << 20; // 256 MB: older pictures make room for newer ones
 
     static constexpr int CommentColumn = 3;

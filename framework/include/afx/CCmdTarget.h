@@ -10,14 +10,14 @@ struct AFX_CMDHANDLERINFO; // who would handle a command; nobody asks in this fr
 class FRAMEWORK_API CCmdTarget : public CObject
 {
     DECLARE_DYNAMIC(CCmdTarget)
-  public:
+public:
     CCmdTarget();
     ~CCmdTarget() override;
 
     /// Hands a command (`code` 0) or a control's notification to its handler; FALSE without one.
     virtual BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* handlerInfo);
 
-  protected:
+protected:
     static const AFX_MSGMAP* GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
 };

@@ -10,7 +10,7 @@ class CWnd;
 class FRAMEWORK_API CDC : public CObject
 {
     DECLARE_DYNCREATE(CDC)
-  public:
+public:
     CDC();
     ~CDC() override;
 
@@ -92,11 +92,11 @@ class FRAMEWORK_API CDC : public CObject
 class FRAMEWORK_API CClientDC : public CDC
 {
     DECLARE_DYNAMIC(CClientDC)
-  public:
+public:
     explicit CClientDC(CWnd* window);
     ~CClientDC() override;
 
-  protected:
+protected:
     HWND m_hWnd;
 };
 
@@ -104,12 +104,12 @@ class FRAMEWORK_API CClientDC : public CDC
 class FRAMEWORK_API CPaintDC : public CDC
 {
     DECLARE_DYNAMIC(CPaintDC)
-  public:
+public:
     explicit CPaintDC(CWnd* window);
     ~CPaintDC() override;
 
     PAINTSTRUCT m_ps;
 
-  protected:
+protected:
     HWND m_hWnd;
 };

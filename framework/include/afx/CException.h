@@ -8,7 +8,7 @@
 class FRAMEWORK_API CException : public CObject
 {
     DECLARE_DYNAMIC(CException)
-  public:
+public:
     CException();
     /// `autoDelete`: whether Delete() deletes the object, that is, whether it lies on the heap.
     explicit CException(BOOL autoDelete);
@@ -21,7 +21,7 @@ class FRAMEWORK_API CException : public CObject
     /// Shows the description, or the text `messageId` when there is none, in a message box; answers its result.
     virtual int ReportError(UINT type = MB_OK, UINT messageId = 0);
 
-  protected:
+protected:
     BOOL m_bAutoDelete;
 };
 
@@ -29,7 +29,7 @@ class FRAMEWORK_API CException : public CObject
 class FRAMEWORK_API CMemoryException : public CException
 {
     DECLARE_DYNAMIC(CMemoryException)
-  public:
+public:
     CMemoryException();
     explicit CMemoryException(BOOL autoDelete);
     BOOL GetErrorMessage(LPSTR error, UINT maximum, PUINT helpContext = nullptr) override;
@@ -39,7 +39,7 @@ class FRAMEWORK_API CMemoryException : public CException
 class FRAMEWORK_API CNotSupportedException : public CException
 {
     DECLARE_DYNAMIC(CNotSupportedException)
-  public:
+public:
     CNotSupportedException();
     BOOL GetErrorMessage(LPSTR error, UINT maximum, PUINT helpContext = nullptr) override;
 };
@@ -48,7 +48,7 @@ class FRAMEWORK_API CNotSupportedException : public CException
 class FRAMEWORK_API CResourceException : public CException
 {
     DECLARE_DYNAMIC(CResourceException)
-  public:
+public:
     CResourceException();
     BOOL GetErrorMessage(LPSTR error, UINT maximum, PUINT helpContext = nullptr) override;
 };
@@ -57,7 +57,7 @@ class FRAMEWORK_API CResourceException : public CException
 class FRAMEWORK_API CUserException : public CException
 {
     DECLARE_DYNAMIC(CUserException)
-  public:
+public:
     CUserException();
 };
 
@@ -65,7 +65,7 @@ class FRAMEWORK_API CUserException : public CException
 class FRAMEWORK_API CFileException : public CException
 {
     DECLARE_DYNAMIC(CFileException)
-  public:
+public:
     enum
     {
         none,

@@ -19,7 +19,7 @@ struct CFileStatus
 class FRAMEWORK_API CFile : public CObject
 {
     DECLARE_DYNAMIC(CFile)
-  public:
+public:
     /// How Open opens: one access right, one share mode, and any of the rest.
     enum OpenFlags
     {
@@ -94,6 +94,6 @@ class FRAMEWORK_API CFile : public CObject
     static void Rename(LPCSTR oldName, LPCSTR newName);
     static void Remove(LPCSTR fileName);
 
-  protected:
+protected:
     CString m_strFileName; ///< the absolute path
 };

@@ -7,7 +7,7 @@
 class FRAMEWORK_API CFileFind : public CObject
 {
     DECLARE_DYNAMIC(CFileFind)
-  public:
+public:
     CFileFind();
     ~CFileFind() override;
 
@@ -27,7 +27,7 @@ class FRAMEWORK_API CFileFind : public CObject
     virtual BOOL IsDots() const;                ///< "." or ".."
     BOOL IsDirectory() const;
 
-  private:
+private:
     HANDLE m_search;
     WIN32_FIND_DATAA m_found;
     WIN32_FIND_DATAA m_next;

@@ -12,7 +12,7 @@ class CDC;
 class FRAMEWORK_API CGdiObject : public CObject
 {
     DECLARE_DYNCREATE(CGdiObject)
-  public:
+public:
     CGdiObject();
     ~CGdiObject() override;
 
@@ -39,7 +39,7 @@ class FRAMEWORK_API CGdiObject : public CObject
 class FRAMEWORK_API CPen : public CGdiObject
 {
     DECLARE_DYNAMIC(CPen)
-  public:
+public:
     CPen();
     /// Throws a CResourceException when there is no pen.
     CPen(int style, int width, COLORREF colour);
@@ -52,7 +52,7 @@ class FRAMEWORK_API CPen : public CGdiObject
 class FRAMEWORK_API CBrush : public CGdiObject
 {
     DECLARE_DYNAMIC(CBrush)
-  public:
+public:
     CBrush();
     /// Throws a CResourceException when there is no brush.
     explicit CBrush(COLORREF colour);
@@ -66,7 +66,7 @@ class FRAMEWORK_API CBrush : public CGdiObject
 class FRAMEWORK_API CFont : public CGdiObject
 {
     DECLARE_DYNAMIC(CFont)
-  public:
+public:
     CFont();
     ~CFont() override;
     operator HFONT() const;
@@ -81,7 +81,7 @@ class FRAMEWORK_API CFont : public CGdiObject
 class FRAMEWORK_API CBitmap : public CGdiObject
 {
     DECLARE_DYNAMIC(CBitmap)
-  public:
+public:
     CBitmap();
     ~CBitmap() override;
     operator HBITMAP() const;
@@ -98,7 +98,7 @@ class FRAMEWORK_API CBitmap : public CGdiObject
 class FRAMEWORK_API CPalette : public CGdiObject
 {
     DECLARE_DYNAMIC(CPalette)
-  public:
+public:
     CPalette();
     ~CPalette() override;
     operator HPALETTE() const;
@@ -109,7 +109,7 @@ class FRAMEWORK_API CPalette : public CGdiObject
 class FRAMEWORK_API CRgn : public CGdiObject
 {
     DECLARE_DYNAMIC(CRgn)
-  public:
+public:
     CRgn();
     ~CRgn() override;
     operator HRGN() const;

@@ -23,7 +23,7 @@ struct FRAMEWORK_API CRuntimeClass
 /// The base of all framework classes. Objects are not copied unless a derived class says how.
 class FRAMEWORK_API CObject
 {
-  public:
+public:
     virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject();
     /// Whether the object is of the given class or one derived from it.
@@ -35,14 +35,14 @@ class FRAMEWORK_API CObject
     CObject(const CObject&) = delete;
     CObject& operator=(const CObject&) = delete;
 
-  protected:
+protected:
     CObject();
 };
 
 #define RUNTIME_CLASS(class_name) (class_name::GetThisClass())
 
 #define DECLARE_DYNAMIC(class_name)                                                                                    \
-  public:                                                                                                              \
+public:                                                                                                                \
     static CRuntimeClass* GetThisClass();                                                                              \
     CRuntimeClass* GetRuntimeClass() const override;
 

@@ -7,7 +7,7 @@
 /// need memory throw a CMemoryException when there is none. An index must lie in the text.
 class FRAMEWORK_API CString
 {
-  public:
+public:
     CString();
     CString(const CString& source);
     CString(char character, int repeat = 1);
@@ -96,7 +96,7 @@ class FRAMEWORK_API CString
     LPSTR LockBuffer();
     void UnlockBuffer();
 
-  private:
+private:
     void Assign(LPCSTR text, size_t length);
     void Append(LPCSTR text, size_t length);
     void MakeOwn(size_t capacity);

@@ -7,7 +7,7 @@
 /// A difference of two times in seconds.
 class FRAMEWORK_API CTimeSpan
 {
-  public:
+public:
     CTimeSpan();
     CTimeSpan(time_t time);
     CTimeSpan(LONG days, int hours, int minutes, int seconds);
@@ -35,14 +35,14 @@ class FRAMEWORK_API CTimeSpan
     /// %D days, %H hours, %M minutes and %S seconds (two digits each but the days), %% a percent sign.
     CString Format(LPCSTR format) const;
 
-  private:
+private:
     time_t m_span;
 };
 
 /// A point in time: seconds since 1 January 1970, UTC. The getters answer local time.
 class FRAMEWORK_API CTime
 {
-  public:
+public:
     CTime(); ///< 0
     CTime(time_t time);
     /// Local time; `dst`: 0 standard time, above 0 daylight time, below 0 the system decides.
@@ -83,6 +83,6 @@ class FRAMEWORK_API CTime
     CString FormatGmt(LPCSTR format) const;
     CString FormatGmt(UINT formatId) const;
 
-  private:
+private:
     time_t m_time;
 };

@@ -8,7 +8,7 @@
 class FRAMEWORK_API CToolTipCtrl : public CWnd
 {
     DECLARE_DYNAMIC(CToolTipCtrl)
-  public:
+public:
     CToolTipCtrl();
     ~CToolTipCtrl() override;
     using CWnd::Create;

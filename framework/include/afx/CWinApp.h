@@ -16,7 +16,7 @@
 class FRAMEWORK_API CWinThread : public CCmdTarget
 {
     DECLARE_DYNAMIC(CWinThread)
-  public:
+public:
     CWinThread();
     ~CWinThread() override;
 
@@ -40,7 +40,7 @@ class FRAMEWORK_API CWinThread : public CCmdTarget
 class FRAMEWORK_API CWinApp : public CWinThread
 {
     DECLARE_DYNAMIC(CWinApp)
-  public:
+public:
     explicit CWinApp(LPCSTR appName = nullptr);
     ~CWinApp() override;
 
@@ -58,7 +58,7 @@ class FRAMEWORK_API CWinApp : public CWinThread
 
     afx_msg void OnHelp();
 
-  private:
+private:
     CString m_appName;
     CString m_exeName;
     CString m_helpPath;

@@ -17,7 +17,7 @@ struct CCreateContext; // documents and views, which this framework does not hav
 class FRAMEWORK_API CWnd : public CCmdTarget
 {
     DECLARE_DYNCREATE(CWnd)
-  public:
+public:
     CWnd();
     /// Destroys a window that is still attached, without a call of any member of the derived class.
     ~CWnd() override;
@@ -144,7 +144,7 @@ class FRAMEWORK_API CWnd : public CCmdTarget
     /// Hands a message of a control back to it, if it has an object; FALSE when it does not want it.
     static BOOL ReflectLastMsg(HWND child, LRESULT* result = nullptr);
 
-  protected:
+protected:
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     /// What the window did before it was attached, or the system's default.
@@ -209,7 +209,7 @@ class FRAMEWORK_API CWnd : public CCmdTarget
 
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     friend class CDialog;
     friend class CColorDialog;
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

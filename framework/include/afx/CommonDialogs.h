@@ -7,11 +7,11 @@
 class FRAMEWORK_API CCommonDialog : public CDialog
 {
     DECLARE_DYNAMIC(CCommonDialog)
-  public:
+public:
     explicit CCommonDialog(CWnd* parent);
     ~CCommonDialog() override;
 
-  protected:
+protected:
     void OnOK() override; ///< the system's dialog ends itself
     void OnCancel() override;
 };
@@ -20,7 +20,7 @@ class FRAMEWORK_API CCommonDialog : public CDialog
 class FRAMEWORK_API CColorDialog : public CCommonDialog
 {
     DECLARE_DYNAMIC(CColorDialog)
-  public:
+public:
     explicit CColorDialog(COLORREF initial = 0, DWORD flags = 0, CWnd* parent = nullptr);
     ~CColorDialog() override;
 

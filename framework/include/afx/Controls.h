@@ -6,7 +6,7 @@
 class FRAMEWORK_API CStatic : public CWnd
 {
     DECLARE_DYNAMIC(CStatic)
-  public:
+public:
     CStatic();
     ~CStatic() override;
     using CWnd::Create;
@@ -14,14 +14,14 @@ class FRAMEWORK_API CStatic : public CWnd
     /// Draws an owner-drawn control; does nothing unless a derived class does.
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
 
-  protected:
+protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 };
 
 class FRAMEWORK_API CButton : public CWnd
 {
     DECLARE_DYNAMIC(CButton)
-  public:
+public:
     CButton();
     ~CButton() override;
     using CWnd::Create;
@@ -35,14 +35,14 @@ class FRAMEWORK_API CButton : public CWnd
     /// Draws an owner-drawn button; a derived class must do so.
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
 
-  protected:
+protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 };
 
 class FRAMEWORK_API CEdit : public CWnd
 {
     DECLARE_DYNAMIC(CEdit)
-  public:
+public:
     CEdit();
     ~CEdit() override;
     using CWnd::Create;
@@ -52,7 +52,7 @@ class FRAMEWORK_API CEdit : public CWnd
 class FRAMEWORK_API CListBox : public CWnd
 {
     DECLARE_DYNAMIC(CListBox)
-  public:
+public:
     CListBox();
     ~CListBox() override;
     using CWnd::Create;
@@ -70,14 +70,14 @@ class FRAMEWORK_API CListBox : public CWnd
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
     virtual void MeasureItem(LPMEASUREITEMSTRUCT item);
 
-  protected:
+protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 };
 
 class FRAMEWORK_API CComboBox : public CWnd
 {
     DECLARE_DYNAMIC(CComboBox)
-  public:
+public:
     CComboBox();
     ~CComboBox() override;
     using CWnd::Create;
@@ -95,6 +95,6 @@ class FRAMEWORK_API CComboBox : public CWnd
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
     virtual void MeasureItem(LPMEASUREITEMSTRUCT item);
 
-  protected:
+protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 };

@@ -8,7 +8,7 @@
 class FRAMEWORK_API CDialog : public CWnd
 {
     DECLARE_DYNAMIC(CDialog)
-  public:
+public:
     CDialog();
     explicit CDialog(LPCSTR templateName, CWnd* parent = nullptr);
     explicit CDialog(UINT templateId, CWnd* parent = nullptr);
@@ -32,7 +32,7 @@ class FRAMEWORK_API CDialog : public CWnd
 
     BOOL PreTranslateMessage(MSG* message) override;
 
-  protected:
+protected:
     virtual void OnOK(); ///< takes the values over and ends the dialog
     virtual void OnCancel();
 
@@ -41,14 +41,14 @@ class FRAMEWORK_API CDialog : public CWnd
 
     DECLARE_MESSAGE_MAP()
 
-  private:
+private:
     static INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 };
 
 /// One exchange of values in one direction; DoDataExchange passes it on to the DDX_ functions.
 class FRAMEWORK_API CDataExchange
 {
-  public:
+public:
     CDataExchange(CWnd* dialog, BOOL saveAndValidate);
 
     BOOL m_bSaveAndValidate; ///< TRUE: from the controls to the members

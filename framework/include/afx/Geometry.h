@@ -6,7 +6,7 @@
 /// A width and a height, or a distance.
 class CSize : public SIZE
 {
-  public:
+public:
     CSize() : SIZE{0, 0} {}
     CSize(int width, int height) : SIZE{width, height} {}
     CSize(SIZE size) : SIZE(size) {}
@@ -35,7 +35,7 @@ class CSize : public SIZE
 /// A position.
 class CPoint : public POINT
 {
-  public:
+public:
     CPoint() : POINT{0, 0} {}
     CPoint(int horizontal, int vertical) : POINT{horizontal, vertical} {}
     CPoint(POINT point) : POINT(point) {}
@@ -79,7 +79,7 @@ class CPoint : public POINT
 /// A rectangle: the right and bottom edges lie outside. Most operations want it normalised.
 class CRect : public RECT
 {
-  public:
+public:
     CRect() : RECT{0, 0, 0, 0} {}
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
     CRect(const RECT& rect) : RECT(rect) {}
@@ -200,7 +200,7 @@ class CRect : public RECT
                 ::MulDiv(right, multiplier, divisor), ::MulDiv(bottom, multiplier, divisor)};
     }
 
-  private:
+private:
     template <class F>
     CRect Changed(F change) const
     {

@@ -101,7 +101,7 @@ bool CallMessage(CCmdTarget& target, AFX_MSGCALL& call)
 } // namespace framework
 
 #define DECLARE_MESSAGE_MAP()                                                                                          \
-  protected:                                                                                                           \
+protected:                                                                                                             \
     static const AFX_MSGMAP* GetThisMessageMap();                                                                      \
     const AFX_MSGMAP* GetMessageMap() const override;
 

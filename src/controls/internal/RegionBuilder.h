@@ -10,7 +10,7 @@ namespace tvk
 /// A failing memory call is written to the trace log.
 class RegionBuilder
 {
-  public:
+public:
     RegionBuilder() = default;
     RegionBuilder(const RegionBuilder&) = delete;
     RegionBuilder& operator=(const RegionBuilder&) = delete;
@@ -25,7 +25,7 @@ class RegionBuilder
     /// The region of all runs, empty when there were none; null when it cannot be made. The caller deletes it.
     HRGN Finish();
 
-  private:
+private:
     bool Lock();
     bool Grow();
     bool Flush();

@@ -11,13 +11,13 @@ namespace tvk
 /// cannot be locked at all, the object holds nothing and the record is written all the same.
 class RecordLock
 {
-  public:
+public:
     explicit RecordLock(HANDLE file);
     ~RecordLock();
     RecordLock(const RecordLock&) = delete;
     RecordLock& operator=(const RecordLock&) = delete;
 
-  private:
+private:
     HANDLE m_file;
     bool m_held;
 };

@@ -10,7 +10,7 @@ namespace tvk
 {
 class PrinterValues
 {
-  public:
+public:
     /// @param printer  its friendly name
     explicit PrinterValues(const CString& printer);
 
@@ -34,7 +34,7 @@ class PrinterValues
     /// The text without its terminator.
     void WriteText(const char* name, const CString& text);
 
-  private:
+private:
     void Write(const char* name, const void* data, DWORD size, DWORD type);
 
     CRegistry m_registry;

@@ -8,7 +8,7 @@ namespace tvk
 {
 class SkinPreview : private CTransparentBmp
 {
-  public:
+public:
     SkinPreview();
     ~SkinPreview() override;
 
@@ -19,7 +19,7 @@ class SkinPreview : private CTransparentBmp
     void Draw(CDC& context, const CRect& area);
     CPalette& Palette();
 
-  private:
+private:
     CPalette256 m_palette;
 };
 } // namespace tvk

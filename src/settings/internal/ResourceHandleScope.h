@@ -8,7 +8,7 @@ namespace tvk
 /// Puts the handle that was current before back at the end of the scope, when there was one.
 class ResourceHandleScope
 {
-  public:
+public:
     explicit ResourceHandleScope(HINSTANCE module) : m_saved(AfxGetResourceHandle()) { AfxSetResourceHandle(module); }
     ~ResourceHandleScope()
     {
@@ -18,7 +18,7 @@ class ResourceHandleScope
     ResourceHandleScope(const ResourceHandleScope&) = delete;
     ResourceHandleScope& operator=(const ResourceHandleScope&) = delete;
 
-  private:
+private:
     HINSTANCE m_saved;
 };
 } // namespace tvk

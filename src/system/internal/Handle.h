@@ -11,7 +11,7 @@ namespace tvk
 template <class Traits>
 class Owner
 {
-  public:
+public:
     using Type = typename Traits::Type;
 
     Owner() noexcept = default;
@@ -54,7 +54,7 @@ class Owner
         return &m_handle;
     }
 
-  private:
+private:
     Type m_handle = Traits::None();
 };
 
@@ -143,7 +143,7 @@ using Sid = Owner<SidTraits>;                    ///< made by AllocateAndInitial
 /// Selects a GDI object into a device context and puts back the one that was there.
 class SelectGuard
 {
-  public:
+public:
     SelectGuard(HDC context, HGDIOBJ object) noexcept : m_context(context), m_previous(::SelectObject(context, object))
     {
     }
@@ -161,7 +161,7 @@ class SelectGuard
     /// False when the object could not be selected.
     explicit operator bool() const noexcept { return m_previous && m_previous != HGDI_ERROR; }
 
-  private:
+private:
     HDC m_context;
     HGDIOBJ m_previous;
 };
