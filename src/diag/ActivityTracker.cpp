@@ -122,9 +122,7 @@ int ActivityTracker::LoadDataRecorder()
     {
         CString resourceModule;
         folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", resourceModule));
-        // Without a folder the portal's bare name would be searched for in places that are not the suite's.
-        if (!folder.IsEmpty())
-            m_hPortal = LoadLibraryA(folder + m_strCairnfieldDLL);
+        m_hPortal = tvk::LoadLibraryFrom(folder, m_strCairnfieldDLL);
     }
     if (!m_hPortal)
         return 0;

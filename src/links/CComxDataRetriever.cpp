@@ -68,8 +68,9 @@ unsigned long CComxDataRetriever::GetSavedCartId(int index)
 int CComxDataRetriever::LoadComxDLL()
 {
     m_Spy.OutputData("CComxDataRetriever::LoadComxDLL()");
+    CString path = tvk::PrinterDriverDirectory(m_Product); // its setting is read, and traced, before the file name's
     const CString fileName = m_Product.GetSetting("IDO_COMX_DLL_FILENAME", m_strSetting);
-    const CString path = tvk::PrinterDriverDirectory(m_Product) + fileName;
+    path += fileName;
     m_Spy.OutputData("dlltoload: ");
     m_Spy.OutputData(path);
     if (!m_bLoaded)
@@ -81,14 +82,10 @@ int CComxDataRetriever::LoadComxDLL()
             m_Spy.OutputData("LoadLibrary() Failed, trying alternate path. Return Error Code:");
             m_Spy.OutputData(error);
             const CString folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", m_strSetting));
-            // Without a folder the library's bare name would be searched for in places that are not the suite's.
-            if (!folder.IsEmpty())
-            {
-                m_hComxDLL = LoadLibraryA(folder + fileName);
-                error = ::GetLastError();
-            }
+            m_hComxDLL = tvk::LoadLibraryFrom(folder, fileName);
             if (!m_hComxDLL)
             {
+                error = ::GetLastError();
                 m_Spy.OutputData("LoadLibrary() Return Error Code:");
                 m_Spy.OutputData(error);
             }

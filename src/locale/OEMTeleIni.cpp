@@ -177,16 +177,17 @@ void OEMTeleIni::LoadResDll()
         AfxSetResourceHandle(resident);
         return;
     }
+    const CString utilities = ReadSetting("IDO_UTIL_DLL");
     const CString library = ReadSetting("IDO_UTIL_RESDLL");
     // As many characters as the resource library's name has are cut off: the two names are equally long.
-    const CString path = tvk::LoadedModuleDirectory(ReadSetting("IDO_UTIL_DLL"), library.GetLength()) + library;
+    const CString directory = tvk::LoadedModuleDirectory(utilities, library.GetLength());
     if (!m_hResDll)
     {
-        m_hResDll = ::LoadLibraryA(path);
+        m_hResDll = tvk::LoadLibraryFrom(directory, library);
         if (m_hResDll)
             m_bResDllLoaded = TRUE;
         else
-            ::MessageBoxA(nullptr, path, "ERROR", MB_OK);
+            ::MessageBoxA(nullptr, directory + library, "ERROR", MB_OK);
     }
     AfxSetResourceHandle(m_hResDll);
 }

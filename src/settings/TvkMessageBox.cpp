@@ -13,10 +13,10 @@ tvk::Module LoadResourceLibrary(TvkProduct& product)
     CString library, utilities;
     product.GetSetting("IDO_UTIL_RESDLL", library);
     product.GetSetting("IDO_UTIL_DLL", utilities);
-    const CString path = tvk::LoadedModuleDirectory(utilities) + library;
-    tvk::Module module(LoadLibraryA(path));
+    const CString directory = tvk::LoadedModuleDirectory(utilities);
+    tvk::Module module(tvk::LoadLibraryFrom(directory, library));
     if (!module)
-        MessageBoxA(nullptr, path, "ERROR", 0);
+        MessageBoxA(nullptr, directory + library, "ERROR", 0);
     return module;
 }
 } // namespace

@@ -4,9 +4,10 @@
 #include "locale/OEMTeleIni.h"
 #include "locale/SelectCountryResources.h"
 #include "support/FakeVersion.h"
-#include "support/IatPatch.h"
+#include "support/MessageBoxes.h"
+#include "support/OpenHandles.h"
 #include "support/RegistryWorld.h"
-#include "support/TestProduct.h"
+#include "support/TraceWorld.h"
 #include <gmock/gmock.h>
 #include <filesystem>
 #include <functional>
@@ -22,21 +23,6 @@ const char* const Supplies = "SOFTWARE\\Telephone test\\Store\\M1";
 const char* const OwnSupplies = "SOFTWARE\\Telephone test\\Own\\M1";
 const char* const Resources = PRODUCT_PREFIX "cres.dll"; // beside the library, with a name as long as its own
 const char* const MirroredResources = PRODUCT_PREFIX "crtl.dll";
-
-TestProduct TelephoneProduct(unsigned long attachNumber, const char* resources = Resources,
-                             const char* residentResources = "notloaded.dll", unsigned long oneClick = 0)
-{
-    // clang-format off
-    return TestProduct({{"IDO_PHONENUMBER_INIFILE_NAME", "tele.ini"}, {"IDO_PHONENUMBER_SECTION_NAME", "Numbers"},
-                        {"IDO_DEFAULTSTRING", "Default"}, {"IDO_DEFAULT_PHONENUMBER_STRING", "Worldwide"},
-                        {"IDO_ATTACH_PHONE_NUMBER_OPTION", attachNumber}, {"IDO_KEY_NAME_MYLOCALE", "MyLocale"},
-                        {"IDO_ONECLICK_INK_ORDER", oneClick}, {"IDO_PRINTER_MODEL", "M1"},
-                        {"IDO_SUPPLIES_REG_PATH", "SOFTWARE\\Telephone test\\Own\\"},
-                        {"IDO_MORVAY_SUPPLIES_REG_PATH", "SOFTWARE\\Telephone test\\Store\\"},
-                        {"IDO_WINNTPATH", "\\telephone test\\"}, {"IDO_UTIL_DLL", PRODUCT_PREFIX "util.dll"},
-                        {"IDO_UTIL_RESDLL", resources}, {"IDO_JSW_RESDLL", residentResources}});
-    // clang-format on
-}
 
 void WriteNumber(const std::string& locale, const char* number, const std::string& folder = DriverRoot + "3\\")
 {
@@ -74,6 +60,7 @@ protected:
         fs::create_directories(DriverRoot + "3");
         m_registry.Claim(HKEY_LOCAL_MACHINE, Supplies);
         m_registry.Claim(HKEY_LOCAL_MACHINE, OwnSupplies);
+        UseProduct();
         m_userLocale = *RegistryWorld::Get(HKEY_CURRENT_USER, "Control Panel\\International", "Locale");
         SetUserLocale("00000407");
     }
@@ -82,6 +69,24 @@ protected:
         SetUserLocale(m_userLocale.c_str());
         fs::remove_all(DriverRoot);
         EXPECT_FALSE(GetModuleHandleA(Resources)) << "still loaded";
+    }
+    void UseProduct(unsigned long attachNumber = 0, const char* resources = Resources,
+                    const char* residentResources = "notloaded.dll", const char* utilities = PRODUCT_PREFIX "util.dll",
+                    unsigned long oneClick = 0)
+    {
+        // clang-format off
+        const SettingList settings = {
+            {"IDO_PHONENUMBER_INIFILE_NAME", "tele.ini"}, {"IDO_PHONENUMBER_SECTION_NAME", "Numbers"},
+            {"IDO_DEFAULTSTRING", "Default"}, {"IDO_DEFAULT_PHONENUMBER_STRING", "Worldwide"},
+            {"IDO_ATTACH_PHONE_NUMBER_OPTION", attachNumber}, {"IDO_KEY_NAME_MYLOCALE", "MyLocale"},
+            {"IDO_ONECLICK_INK_ORDER", oneClick}, {"IDO_PRINTER_MODEL", "M1"},
+            {"IDO_SUPPLIES_REG_PATH", "SOFTWARE\\Telephone test\\Own\\"},
+            {"IDO_MORVAY_SUPPLIES_REG_PATH", "SOFTWARE\\Telephone test\\Store\\"},
+            {"IDO_WINNTPATH", "\\telephone test\\"}, {"IDO_UTIL_DLL", utilities},
+            {"IDO_UTIL_RESDLL", resources}, {"IDO_JSW_RESDLL", residentResources}};
+        // clang-format on
+        m_product.reset();
+        m_product = std::make_unique<TestProduct>(settings);
     }
     static void SetUserLocale(const char* locale)
     {
@@ -98,12 +103,13 @@ protected:
     RegistryWorld m_registry;
 
 private:
+    std::unique_ptr<TestProduct> m_product;
     std::string m_userLocale;
 };
 
 TEST_F(TelephoneList, HasMyCountryFirstThenTheOthersInTheSuitesOrder)
 {
-    const TestProduct product = TelephoneProduct(1);
+    UseProduct(1);
     Remember("00000409");
     std::string section; // every number that could be a locale's
     for (unsigned int language = 1; language < 0x40; ++language)
@@ -128,7 +134,6 @@ TEST_F(TelephoneList, HasMyCountryFirstThenTheOthersInTheSuitesOrder)
 
 TEST_F(TelephoneList, ShowsEachCountryOnce)
 {
-    const TestProduct product = TelephoneProduct(0);
     for (const char* locale : {"0000040A", "00000C0A", "00000807", "0000100C", "00000810", "00000409"})
         WriteNumber(locale, "1");
     Remember("0000040A");
@@ -142,7 +147,6 @@ TEST_F(TelephoneList, ShowsEachCountryOnce)
 
 TEST_F(TelephoneList, TellsNumbersFromTheirAbsence)
 {
-    const TestProduct product = TelephoneProduct(0);
     const std::string longNumber(400, '7');
     const std::pair<const char*, const char*> numbers[] = {{"00000401", ""},         {"00000402", "Default"},
                                                            {"00000403", "default"},  {"00000404", "0800 (1) 22"},
@@ -179,7 +183,6 @@ TEST_F(TelephoneList, TellsNumbersFromTheirAbsence)
 
 TEST_F(TelephoneList, LiesInTheDriversDirectoryOfTheWindowsFamily)
 {
-    const TestProduct product = TelephoneProduct(0);
     const std::pair<CRegistry::OSVersion, std::string> cases[] = {{CRegistry::OS_WIN98, SystemFolder()},
                                                                   {CRegistry::OS_WINNT4, DriverRoot + "2\\"},
                                                                   {CRegistry::OS_WINXP, DriverRoot + "3\\"}};
@@ -196,7 +199,6 @@ TEST_F(TelephoneList, LiesInTheDriversDirectoryOfTheWindowsFamily)
 
 TEST_F(TelephoneList, NamesCountriesAsTheSystemDoes)
 {
-    const TestProduct product = TelephoneProduct(0);
     Telephones telephones;
     const std::pair<const char*, const char*> cases[] = {
         {"00000407", "Germany"},  {"0000040c", "France"}, {"00002C0a", "Argentina"},     {"00001234", "United States"},
@@ -207,7 +209,6 @@ TEST_F(TelephoneList, NamesCountriesAsTheSystemDoes)
 
 TEST_F(TelephoneList, RemembersTheSystemsLocaleWhenThereIsNone)
 {
-    const TestProduct product = TelephoneProduct(0);
     WriteNumber("00000407", "1");
     WriteNumber("00000409", "2");
     const auto expect = [](const char* remembered, const char* first)
@@ -218,8 +219,7 @@ TEST_F(TelephoneList, RemembersTheSystemsLocaleWhenThereIsNone)
     expect("00000407", "0407 Germany"); // no key
     m_registry.SetNumber(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", 0x409);
     expect("00000407", "0407 Germany");
-    // Empty, only prepared, too long.
-    for (const std::string& text : {std::string(), std::string("MyLocale"), std::string(400, '4')})
+    for (const char* text : {"", "MyLocale"}) // or only prepared
     {
         Remember(text);
         expect("00000407", "0407 Germany");
@@ -236,7 +236,6 @@ TEST_F(TelephoneList, RemembersTheSystemsLocaleWhenThereIsNone)
 
 TEST_F(TelephoneList, GoesOnWithoutRightsToTheKey)
 {
-    const TestProduct product = TelephoneProduct(0);
     WriteNumber("00000407", "1");
     Remember("00000409");
     m_registry.Restrict(HKEY_LOCAL_MACHINE, Supplies, KEY_READ);
@@ -247,18 +246,25 @@ TEST_F(TelephoneList, GoesOnWithoutRightsToTheKey)
 
 TEST_F(TelephoneList, RemembersUnderTheKeyOfTheOrderingTool)
 {
-    const TestProduct product = TelephoneProduct(0, Resources, "notloaded.dll", 1);
+    UseProduct(0, Resources, "notloaded.dll", PRODUCT_PREFIX "util.dll", 1);
     OEMTeleIni telephones;
     telephones.WriteMyLocaleKey("00000411");
     EXPECT_EQ(Remembered(OwnSupplies), "00000411");
     EXPECT_STREQ(telephones.ReadMyLocaleKey("MyLocale"), "00000411");
     EXPECT_STREQ(telephones.ReadMyLocaleKey("another value"), "");
     EXPECT_EQ(Remembered(), "nothing");
+    // The buffer's 260 bytes, and one more.
+    const std::pair<std::string, int> values[] = {
+        {std::string(259, '4') + '\0', 259}, {std::string(260, '4'), 260}, {std::string(260, '4') + '\0', 0}};
+    for (const auto& [bytes, length] : values)
+    {
+        m_registry.Set(HKEY_LOCAL_MACHINE, OwnSupplies, "MyLocale", REG_BINARY, bytes);
+        EXPECT_EQ(telephones.ReadMyLocaleKey("MyLocale").GetLength(), length);
+    }
 }
 
 TEST_F(TelephoneList, HasADefaultNumber)
 {
-    const TestProduct product = TelephoneProduct(0);
     const HINSTANCE resource = AfxGetResourceHandle();
     const struct
     {
@@ -284,74 +290,110 @@ TEST_F(TelephoneList, HasADefaultNumber)
     EXPECT_EQ(Telephones().DefaultNumber(), "|United States");
 }
 
-std::vector<std::string> g_boxes;
-int WINAPI NoteBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style)
+TEST_F(TelephoneList, TakesTextsFromAResidentLibraryOrTheOneBesideTheUtilitiesLibrary)
 {
-    g_boxes.push_back(std::string(text) + "|" + caption + "|" + std::to_string(owner ? 1u : style));
-    return IDOK;
+    const MessageBoxes boxes;
+    const HINSTANCE resource = AfxGetResourceHandle();
+    WriteNumber("00000407", "Worldwide");
+    const char *own = PRODUCT_PREFIX "util.dll", *generic = "Worldwide support|Germany";
+    // The library's own path less eleven characters, as many as the missing name has: its first letter stays.
+    const std::string missing = TestFolder() + std::string(PRODUCT_PREFIX, 1) + "nowhere.dll|ERROR|0|0";
+    const struct
+    {
+        const char *resident, *utilities, *resources, *number;
+        std::vector<std::string> boxes;
+    } cases[] = {
+        {MirroredResources, own, "nowhere.dll", generic, {}},
+        {"notloaded.dll", own, Resources, generic, {}},
+        {"notloaded.dll", own, "nowhere.dll", "|Germany", {missing}},
+        // Without a folder the library is not searched for, though it lies beside the program.
+        {"notloaded.dll", "notloaded.dll", Resources, "|Germany", {std::string(Resources) + "|ERROR|0|0"}},
+    };
+    for (const auto& row : cases)
+    {
+        UseProduct(0, row.resources, row.resident, row.utilities);
+        const HMODULE resident = LoadLibraryA(row.resident);
+        Telephones telephones;
+        for (int round = 0; round < 2; ++round)
+        {
+            EXPECT_EQ(telephones.DefaultNumber(), row.number) << row.resources;
+            EXPECT_EQ(MessageBoxes::Shown(), row.boxes);
+        }
+        EXPECT_EQ(AfxGetResourceHandle(), resource);
+        FreeLibrary(resident);
+        EXPECT_FALSE(GetModuleHandleA(row.resident)) << "one load too many";
+    }
+    UseProduct();
+    TraceWorld trace;
+    Telephones telephones;
+    trace.Clear();
+    telephones.DefaultNumber();
+    const std::vector<std::string> records = trace.Records();
+    const char* const first[] = {"IDO_JSW_RESDLL", "IDO_UTIL_DLL", "IDO_UTIL_RESDLL"};
+    for (std::size_t i = 0; i < std::size(first); ++i)
+        EXPECT_THAT(records.at(i), testing::HasSubstr(first[i]));
 }
 
-TEST_F(TelephoneList, TakesTextsFromAResidentLibraryAndTellsOfAMissingOne)
+/// A window with a combo box that has two items, the longer one too long for it.
+struct Combo
 {
-    const IatPatch box(LibraryUnderTest(), "MessageBoxA", NoteBox);
-    g_boxes.clear();
-    const HINSTANCE resource = AfxGetResourceHandle();
+    explicit Combo(DWORD layout = 0)
     {
-        const TestProduct product = TelephoneProduct(0, "nowhere.dll", MirroredResources);
-        WriteNumber("00000407", "Worldwide");
-        const HMODULE resident = LoadLibraryA(MirroredResources);
-        EXPECT_EQ(Telephones().DefaultNumber(), "Worldwide support|Germany");
-        EXPECT_TRUE(g_boxes.empty());
-        EXPECT_EQ(GetModuleHandleA(MirroredResources), resident);
-        FreeLibrary(resident);
-        EXPECT_FALSE(GetModuleHandleA(MirroredResources)) << "one load too many";
+        parent.CreateEx(layout, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 100, 100, 600, 300, nullptr,
+                        nullptr);
+        box.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, CRect(40, 30, 161, 200), &parent, 1);
     }
-    const TestProduct product = TelephoneProduct(0, "nowhere.dll");
-    Telephones telephones;
-    EXPECT_EQ(telephones.DefaultNumber(), "|Germany");
-    telephones.DefaultNumber();
-    // The library's own path less eleven characters, as many as the missing name has: its first letter stays.
-    const std::string path = TestFolder() + std::string(PRODUCT_PREFIX, 1) + "nowhere.dll";
-    EXPECT_THAT(g_boxes, ElementsAre(path + "|ERROR|0", path + "|ERROR|0"));
-    EXPECT_EQ(AfxGetResourceHandle(), resource);
-}
+    CRect Place()
+    {
+        RECT rect;
+        box.GetWindowRect(&rect);
+        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&rect), 2);
+        return CRect(std::min(rect.left, rect.right), rect.top, std::max(rect.left, rect.right), rect.bottom);
+    }
+    CWnd parent;
+    CComboBox box;
+};
+const char* const LongestItem = "Saint Vincent and the Grenadines, a country with a long name";
 
 TEST_F(TelephoneList, WidensAComboBoxByHalfOfWhatIsMissing)
 {
-    const TestProduct product = TelephoneProduct(0);
     OEMTeleIni telephones;
     for (const DWORD layout : {0L, WS_EX_LAYOUTRTL})
     {
         SCOPED_TRACE(layout);
-        CWnd parent;
-        ASSERT_TRUE(parent.CreateEx(layout, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 100, 100, 600, 300,
-                                    nullptr, nullptr));
-        CComboBox combo;
-        ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, CRect(40, 30, 161, 200), &parent, 1));
-        const auto place = [&combo, &parent]
-        {
-            RECT rect;
-            combo.GetWindowRect(&rect);
-            MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&rect), 2);
-            return CRect(std::min(rect.left, rect.right), rect.top, std::max(rect.left, rect.right), rect.bottom);
-        };
-        const CRect before = place();
-        telephones.ExpandCombobox(&combo);
-        combo.AddString("i");
-        telephones.ExpandCombobox(&combo);
-        EXPECT_EQ(place(), before) << "everything fits";
-        const std::string longest = "Saint Vincent and the Grenadines, a country with a long name";
-        combo.AddString(longest.c_str());
-        combo.AddString("short");
-        CDC* dc = combo.GetDC();
+        Combo combo(layout);
+        const CRect before = combo.Place();
+        telephones.ExpandCombobox(&combo.box);
+        combo.box.AddString("i");
+        telephones.ExpandCombobox(&combo.box);
+        EXPECT_EQ(combo.Place(), before) << "everything fits";
+        combo.box.AddString(LongestItem);
+        combo.box.AddString("short");
+        CDC* dc = combo.box.GetDC();
         SIZE extent;
-        GetTextExtentPoint32A(dc->m_hDC, longest.c_str(), static_cast<int>(longest.size()), &extent);
-        combo.ReleaseDC(dc);
-        const int missing = extent.cx - static_cast<int>(combo.SendMessage(CB_GETDROPPEDWIDTH));
+        GetTextExtentPoint32A(dc->m_hDC, LongestItem, static_cast<int>(strlen(LongestItem)), &extent);
+        combo.box.ReleaseDC(dc);
+        const int missing = extent.cx - static_cast<int>(combo.box.SendMessage(CB_GETDROPPEDWIDTH));
         ASSERT_GT(missing, 10);
-        telephones.ExpandCombobox(&combo);
-        EXPECT_EQ(place(), CRect(before.left, before.top, before.right + missing / 2, before.bottom));
+        telephones.ExpandCombobox(&combo.box);
+        EXPECT_EQ(combo.Place(), CRect(before.left, before.top, before.right + missing / 2, before.bottom));
     }
+}
+
+TEST_F(TelephoneList, LeavesNothingOpen)
+{
+    WriteNumber("00000407", "1");
+    Combo combo;
+    combo.box.AddString(LongestItem);
+    ExpectNothingLeftBy(
+        [&](int round)
+        {
+            Telephones telephones;
+            telephones.DefaultNumber();
+            telephones.ExpandCombobox(&combo.box);
+            if (round % 50 == 0) // the slow one
+                telephones.List();
+        });
 }
 
 /// What a user does in the dialog, from another thread, once it is there; then it must be gone.
@@ -386,7 +428,7 @@ void Command(HWND dialog, int command)
 
 TEST_F(TelephoneList, LetsTheUserChooseACountry)
 {
-    const TestProduct product = TelephoneProduct(1);
+    UseProduct(1);
     for (const char* locale : {"00000407", "00000409", "0000040C"})
         WriteNumber(locale, locale + 4);
     Remember("00000409");

@@ -1,46 +1,29 @@
 // The message box: reading order by the driver's language, and the library that names the language.
 #include "settings/TvkMessageBox.h"
-#include "support/IatPatch.h"
-#include "support/TestProduct.h"
+#include "support/MessageBoxes.h"
 #include <afxwin.h>
 #include <gmock/gmock.h>
 
 namespace
 {
-constexpr unsigned int RightToLeft = 0x180000;
+using testing::ElementsAre;
 
-struct Box
-{
-    HWND owner;
-    std::string text;
-    std::string caption;
-    unsigned int style;
-    bool operator==(const Box&) const = default;
-};
-std::vector<Box> Boxes;
+const char* const LeftToRight = "text|caption|30|5";
+const char* const RightToLeft = "text|caption|180030|5";
 
-int WINAPI NoteBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style)
-{
-    Boxes.push_back({owner, text ? text : "null", caption ? caption : "null", style});
-    return IDRETRY;
-}
-
-/// Message boxes are noted in place of being shown.
 class TvkMessageBoxTest : public testing::Test
 {
 protected:
-    TvkMessageBoxTest() : m_patch(LibraryUnderTest(), "MessageBoxA", &NoteBox) { Boxes.clear(); }
-
-    /// The style that a box asked for with MB_ICONWARNING gets.
-    static unsigned int StyleShown()
+    /// What is shown, the library's own boxes included.
+    static std::vector<std::string> Show()
     {
-        Boxes.clear();
-        EXPECT_EQ(IDRETRY, TvkMessageBox(nullptr, "text", "caption", MB_ICONWARNING));
-        EXPECT_FALSE(Boxes.empty());
-        return Boxes.empty() ? 0 : Boxes.back().style & ~MB_ICONWARNING;
+        const HINSTANCE before = AfxGetResourceHandle();
+        EXPECT_EQ(IDRETRY, TvkMessageBox(reinterpret_cast<HWND>(5), "text", "caption", MB_ICONWARNING));
+        EXPECT_EQ(before, AfxGetResourceHandle());
+        return MessageBoxes::Shown();
     }
 
-    IatPatch m_patch;
+    const MessageBoxes m_boxes;
 };
 
 std::string UtilitiesName()
@@ -51,57 +34,41 @@ std::string UtilitiesName()
 
 TEST_F(TvkMessageBoxTest, ReadsRightToLeftInExactlySpelledLanguages)
 {
-    const struct
+    const std::pair<const char*, const char*> languages[] = {{"hebrew", RightToLeft},  {"arabic", RightToLeft},
+                                                             {"Arabic", LeftToRight},  {"HEBREW", LeftToRight},
+                                                             {"english", LeftToRight}, {"", LeftToRight}};
+    for (const auto& [language, box] : languages)
     {
-        const char* language;
-        unsigned int added;
-    } table[] = {{"hebrew", RightToLeft}, {"arabic", RightToLeft}, {"Arabic", 0},
-                 {"HEBREW", 0},           {"english", 0},          {"", 0}};
-    for (const auto& row : table)
-    {
-        SCOPED_TRACE(row.language);
         // The resource library that is loaded already comes first, here the settings library itself.
-        const TestProduct product({{"IDO_JSW_RESDLL", TestProduct::LibraryName().c_str()}}, row.language);
-        const HINSTANCE before = AfxGetResourceHandle();
-        EXPECT_EQ(row.added, StyleShown());
-        EXPECT_EQ(before, AfxGetResourceHandle());
-        const Box expected{reinterpret_cast<HWND>(5), "text", "null", MB_YESNO | row.added};
-        Boxes.clear();
-        TvkMessageBox(expected.owner, "text", nullptr, MB_YESNO);
-        EXPECT_THAT(Boxes, testing::ElementsAre(expected));
+        const TestProduct product({{"IDO_JSW_RESDLL", TestProduct::LibraryName().c_str()}}, language);
+        EXPECT_THAT(Show(), ElementsAre(box)) << language;
+        TvkMessageBox(nullptr, nullptr, nullptr, MB_YESNO);
+        EXPECT_THAT(MessageBoxes::Shown(), ElementsAre(box == RightToLeft ? "null|null|180004|0" : "null|null|4|0"));
     }
 }
 
 TEST_F(TvkMessageBoxTest, LoadsTheResourceLibraryBesideTheUtilitiesLibraryForTheCall)
 {
-    const TestProduct product({{"IDO_JSW_RESDLL", "jobstatus.dll"},
-                               {"IDO_UTIL_RESDLL", "tvkboxres.dll"},
-                               {"IDO_UTIL_DLL", UtilitiesName().c_str()}},
-                              "english");
     const TestLibrary resources("tvkboxres.dll", {}, "arabic");
-    EXPECT_EQ(RightToLeft, StyleShown());
-    EXPECT_EQ(1u, Boxes.size());
-    EXPECT_FALSE(GetModuleHandleA("tvkboxres.dll"));
-}
-
-TEST_F(TvkMessageBoxTest, TellsOfAResourceLibraryThatCannotBeLoaded)
-{
+    const auto missing = [](const std::string& path) { return path + "|ERROR|0|0"; };
     const struct
     {
-        std::string utilities;
-        std::string path;
-    } table[] = {{UtilitiesName(), TestFolder() + "nowhere.dll"}, {"notloaded.dll", "nowhere.dll"}};
-    for (const auto& row : table)
+        std::string utilities, resources;
+        std::vector<std::string> boxes;
+    } cases[] = {
+        {UtilitiesName(), "tvkboxres.dll", {RightToLeft}},
+        // The language comes from the program's own strings then; it has none.
+        {UtilitiesName(), "nowhere.dll", {missing(TestFolder() + "nowhere.dll"), LeftToRight}},
+        // Without a folder the library is not searched for, though it lies beside the program.
+        {"notloaded.dll", "tvkboxres.dll", {missing("tvkboxres.dll"), LeftToRight}},
+    };
+    for (const auto& row : cases)
     {
         const TestProduct product({{"IDO_JSW_RESDLL", "jobstatus.dll"},
-                                   {"IDO_UTIL_RESDLL", "nowhere.dll"},
+                                   {"IDO_UTIL_RESDLL", row.resources.c_str()},
                                    {"IDO_UTIL_DLL", row.utilities.c_str()}},
-                                  "hebrew");
-        const HINSTANCE before = AfxGetResourceHandle();
-        // The language comes from the program's own strings then; it has none.
-        EXPECT_EQ(0u, StyleShown());
-        EXPECT_EQ(before, AfxGetResourceHandle());
-        EXPECT_THAT(Boxes, testing::ElementsAre(Box{nullptr, row.path, "ERROR", 0},
-                                                Box{nullptr, "text", "caption", MB_ICONWARNING}));
+                                  "english");
+        EXPECT_EQ(Show(), row.boxes);
+        EXPECT_FALSE(GetModuleHandleA("tvkboxres.dll"));
     }
 }

@@ -51,4 +51,12 @@ CString LoadedModuleDirectory(const CString& moduleName)
 {
     return LoadedModuleDirectory(moduleName, moduleName.GetLength());
 }
+
+HMODULE LoadLibraryFrom(const CString& directory, const CString& fileName)
+{
+    if (!directory.IsEmpty())
+        return LoadLibraryA(directory + fileName);
+    SetLastError(ERROR_MOD_NOT_FOUND);
+    return nullptr;
+}
 } // namespace tvk

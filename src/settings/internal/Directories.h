@@ -23,4 +23,8 @@ CString PrinterDriverDirectory(TvkProduct& product);
 CString LoadedModuleDirectory(const CString& moduleName, int cut);
 /// The same, less the length of `moduleName`.
 CString LoadedModuleDirectory(const CString& moduleName);
+
+/// Loads a library of the suite from `directory`, as the functions above answer it. Null on failure, with the system's
+/// error; an empty directory is one: the bare name would be searched for in places that are not the suite's.
+HMODULE LoadLibraryFrom(const CString& directory, const CString& fileName);
 } // namespace tvk
