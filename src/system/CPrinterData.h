@@ -33,7 +33,8 @@ public:
     /// The printer's current device mode.
     /// @param printer  the printer's name; opened for this call when `hPrinter` is null
     /// @param hDevMode receives a movable memory handle, unlocked, that the caller frees with GlobalFree; null on
-    ///                 failure. Must not be null itself.
+    ///                 failure, except that a block which somebody else holds locked is handed out all the same. With a
+    ///                 null pointer nothing is asked, and the call fails.
     /// @param hPrinter an open printer, or null
     /// @return 1, or 0 on failure
     int GetPrinterDevMode(const char* printer, void** hDevMode, void* hPrinter);

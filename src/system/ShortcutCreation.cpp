@@ -133,6 +133,7 @@ void ShortcutCreation::QueryFolder(HKEY root, const char* valueName)
         m_szFolder[std::min<unsigned long>(m_dwSize, sizeof m_szFolder - 1)] = '\0'; // writers forget it
     else
         m_bLookupFailed = TRUE;
+    m_szFolder[sizeof m_szFolder - 1] = '\0'; // what a failed query leaves behind is the system's affair
     ::RegCloseKey(m_hKey);
     m_hKey = nullptr;
 }

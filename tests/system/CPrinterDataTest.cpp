@@ -17,8 +17,7 @@ const PrinterDriver Driver = {"A test driver", CString(TestFolder().c_str()) + "
 std::string Answer(int result, const CRect& rect, const std::string& rest)
 {
     CString text;
-    text.Format("%d: %d,%d %d,%d ", result, static_cast<int>(rect.left), static_cast<int>(rect.top),
-                static_cast<int>(rect.right), static_cast<int>(rect.bottom));
+    text.Format("%d: %ld,%ld %ld,%ld ", result, rect.left, rect.top, rect.right, rect.bottom);
     return std::string(text) + rest;
 }
 
@@ -68,11 +67,11 @@ std::map<std::string, int> g_made;
 std::string g_failing;
 int g_failAt, g_failure, g_outstanding;
 
-template <class F>
+template <class F, class Tag = void> // functions of one type need a tag each
 class Counted;
 
-template <class R, class... A>
-class Counted<R(WINAPI*)(A...)>
+template <class R, class... A, class Tag>
+class Counted<R(WINAPI*)(A...), Tag>
 {
 public:
     /// `balance`: what a successful call adds to what is outstanding.
@@ -121,6 +120,7 @@ struct Ledger
     Counted<decltype(&DeleteDC)> deleteContext{"DeleteDC", -1};
     Counted<decltype(&GlobalAlloc)> allocate{"GlobalAlloc", 1};
     Counted<decltype(&GlobalFree)> free{"GlobalFree", -1};
+    Counted<decltype(&GlobalLock), struct Lock> lock{"GlobalLock"};
 };
 
 // A driver that says of each paper, in its order, what stands here.
@@ -131,8 +131,8 @@ struct ScriptedPaper
 };
 const std::vector<ScriptedPaper> ScriptedPapers = {
     {9, {1000, 2000, 10, 20, 980, 1960}},
-    {300, {1000, 2000, 0, 0, 990, 1990}}, // the extent is the driver's, not the
-                                          // page's
+    {300, {1000, 2000, 0, 0, 990, 1990}}, // an extent is the driver's word, not
+                                          // the page's
     {301, {1000, 2000, 0, 0, 1000, 2000}},
     {302, {1000, 2000, 0, 1, 1000, 1999}},
     {303, {1000, 2000, 1, 0, 999, 2000}},
@@ -159,13 +159,16 @@ LONG WINAPI ScriptedProperties(HWND window, HANDLE printer, LPSTR name, DEVMODEA
 }
 int WINAPI ScriptedCaps(HDC, int index)
 {
-    constexpr int Indexes[] = {PHYSICALWIDTH, PHYSICALHEIGHT, PHYSICALOFFSETX, PHYSICALOFFSETY, HORZRES, VERTRES};
-    if (index == LOGPIXELSX || index == LOGPIXELSY)
-        return (index == LOGPIXELSX ? 600 : 1200) + static_cast<int>(g_paper);
-    for (int i = 0; i < 6; ++i)
-        if (Indexes[i] == index)
-            return ScriptedPapers[g_paper].values[i];
-    return -1;
+    const auto& values = ScriptedPapers[g_paper].values;
+    const std::map<int, int> caps = {{PHYSICALWIDTH, values[0]},
+                                     {PHYSICALHEIGHT, values[1]},
+                                     {PHYSICALOFFSETX, values[2]},
+                                     {PHYSICALOFFSETY, values[3]},
+                                     {HORZRES, values[4]},
+                                     {VERTRES, values[5]},
+                                     {LOGPIXELSX, 600 + static_cast<int>(g_paper)},
+                                     {LOGPIXELSY, 1200 + static_cast<int>(g_paper)}};
+    return caps.at(index);
 }
 BOOL WINAPI NextPaper(HDC context)
 {
@@ -216,40 +219,45 @@ TEST_F(PrinterData, TakesTheLastOrTheFirstOfEqualPapers)
     EXPECT_EQ(Borderless(m_data, 1), NoTwin);
 }
 
+/// The bytes of a block that was handed out unlocked; frees it.
+std::string Taken(HGLOBAL memory)
+{
+    EXPECT_EQ(GlobalFlags(memory) & GMEM_LOCKCOUNT, 0u);
+    const std::string bytes(static_cast<char*>(GlobalLock(memory)), GlobalSize(memory));
+    GlobalUnlock(memory);
+    EXPECT_FALSE(GlobalFree(memory));
+    return bytes;
+}
+
 TEST_F(PrinterData, HandsOutWhatTheSpoolerKnows)
 {
     HANDLE open = nullptr;
     ASSERT_TRUE(OpenPrinterA(const_cast<char*>(PrinterName), &open, nullptr));
+    const std::string driver(Driver.name), name = PrinterName;
+    const WORD device = static_cast<WORD>(8 + driver.size() + 1), output = static_cast<WORD>(device + name.size() + 1);
+    const WORD offsets[] = {8, device, output, 0};
+    const std::string names = std::string(reinterpret_cast<const char*>(offsets), sizeof offsets) + driver + '\0' +
+                              name + '\0' + "LPT1:" + '\0';
     for (const HANDLE handle : {HANDLE(nullptr), open, open}) // the caller's handle stays open
     {
         PRINTER_INFO_2A* info = m_data.GetPrinterInfo2(PrinterName, handle);
         ASSERT_TRUE(info);
-        EXPECT_STREQ(info->pPrinterName, PrinterName);
-        EXPECT_STREQ(info->pDriverName, Driver.name);
+        EXPECT_EQ(info->pPrinterName, name);
+        EXPECT_EQ(info->pDriverName, driver);
         EXPECT_STREQ(info->pPortName, "LPT1:");
         EXPECT_FALSE(GlobalFree(info));
 
         HGLOBAL memory = nullptr;
         ASSERT_EQ(m_data.GetPrinterDevMode(PrinterName, &memory, handle), 1);
-        EXPECT_EQ(GlobalFlags(memory) & GMEM_LOCKCOUNT, 0u);
-        const auto* mode = static_cast<const DEVMODEA*>(GlobalLock(memory));
-        EXPECT_EQ(std::string(reinterpret_cast<const char*>(mode->dmDeviceName)), std::string(PrinterName, 31));
+        const std::string bytes = Taken(memory);
+        const auto* mode = reinterpret_cast<const DEVMODEA*>(bytes.data());
+        EXPECT_EQ(reinterpret_cast<const char*>(mode->dmDeviceName), name.substr(0, 31));
         EXPECT_TRUE(mode->dmFields & DM_PAPERSIZE);
-        EXPECT_GE(GlobalSize(memory), SIZE_T(mode->dmSize) + mode->dmDriverExtra);
-        GlobalUnlock(memory);
-        EXPECT_FALSE(GlobalFree(memory));
-
+        EXPECT_GE(bytes.size(), std::size_t(mode->dmSize) + mode->dmDriverExtra);
         ASSERT_EQ(DevNames(m_data, PrinterName, &memory, handle), 1);
-        const std::string name = PrinterName, texts = std::string(Driver.name) + '\0' + name + '\0' + "LPT1:" + '\0';
-        const WORD device = static_cast<WORD>(8 + Driver.name.GetLength() + 1);
-        const WORD offsets[] = {8, device, static_cast<WORD>(device + name.size() + 1), 0};
-        ASSERT_EQ(GlobalSize(memory), sizeof offsets + texts.size());
-        EXPECT_EQ(GlobalFlags(memory) & GMEM_LOCKCOUNT, 0u);
-        EXPECT_EQ(std::string(static_cast<char*>(GlobalLock(memory)), GlobalSize(memory)),
-                  std::string(reinterpret_cast<const char*>(offsets), sizeof offsets) + texts);
-        GlobalUnlock(memory);
-        EXPECT_FALSE(GlobalFree(memory));
+        EXPECT_EQ(Taken(memory), names);
     }
+    EXPECT_EQ(m_data.GetPrinterDevMode(PrinterName, nullptr, open), 0);
     EXPECT_EQ(DevNames(m_data, PrinterName, nullptr, open), 0);
     ClosePrinter(open);
 }
@@ -284,6 +292,7 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
         {"DeviceCapabilitiesA", 0, {1}},
         {"CreateDCA", 0, {1, 3, 7}},
         {"GlobalAlloc", 0, {1, 2, 3}},
+        {"GlobalLock", 0, {1, 2, 3, 4}},
     };
     for (const auto& [call, failure, ordinals] : failures)
         for (const int ordinal : ordinals)
@@ -302,15 +311,26 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
         }
 }
 
-TEST_F(PrinterData, GivesTheMemoryOfAFailedDeviceModeBack)
+TEST_F(PrinterData, HandsOutAFailedDeviceModeOnlyWhileSomebodyHoldsIt)
 {
+    HGLOBAL memory = &memory;
     for (const int failing : {1, 2})
     {
         const Ledger ledger("DocumentPropertiesA", failing);
-        HGLOBAL memory = &memory;
         EXPECT_EQ(m_data.GetPrinterDevMode(PrinterName, &memory, nullptr), 0);
         EXPECT_FALSE(memory);
         EXPECT_EQ(g_outstanding, 0);
     }
+    const IatPatch holding(
+        LibraryUnderTest(), "DocumentPropertiesA",
+        +[](HWND window, HANDLE printer, LPSTR name, DEVMODEA* out, DEVMODEA* in, DWORD mode) -> LONG {
+            return out      ? GlobalLock(GlobalHandle(out)),
+                   IDCANCEL : DocumentPropertiesA(window, printer, name, out, in, mode);
+        });
+    EXPECT_EQ(m_data.GetPrinterDevMode(PrinterName, &memory, nullptr), 0);
+    ASSERT_TRUE(memory);
+    EXPECT_EQ(GlobalFlags(memory) & GMEM_LOCKCOUNT, 1u);
+    GlobalUnlock(memory);
+    GlobalFree(memory);
 }
 } // namespace
