@@ -24,15 +24,6 @@ CString PrintProcessorFolder()
                : folder.Left(folder.GetLength() - 1) + TvkProduct().GetSetting("IDO_PRTPROCSPATH", path);
 }
 
-CString WindowsFolder()
-{
-    char path[MAX_PATH] = "";
-    const UINT length = GetWindowsDirectoryA(path, sizeof path);
-    if (length == 0 || length >= sizeof path)
-        throw StepFailure("the Windows directory cannot be read", GetLastError());
-    return path;
-}
-
 /// Where the options dialog looks for skins that are not the product's own.
 CString AddedSkinFolder()
 {
@@ -110,6 +101,15 @@ CString ProgramFolder()
         throw StepFailure("the program's own path is too long");
     const CString file(path);
     return file.Left(file.ReverseFind('\\') + 1);
+}
+
+CString WindowsFolder()
+{
+    char path[MAX_PATH] = "";
+    const UINT length = GetWindowsDirectoryA(path, sizeof path);
+    if (length == 0 || length >= sizeof path)
+        throw StepFailure("the Windows directory cannot be read", GetLastError());
+    return path[length - 1] == '\\' ? CString(path, static_cast<int>(length) - 1) : CString(path);
 }
 
 CString DriverFolder()

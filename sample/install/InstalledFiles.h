@@ -16,6 +16,9 @@ struct InstalledFile
 /// The folder of this program and of the suite's, with the backslash.
 CString ProgramFolder();
 
+/// The Windows directory, without a backslash at its end. Throws StepFailure.
+CString WindowsFolder();
+
 /// Where the spooler keeps a driver's files, with the backslash: the library looks for them there.
 CString DriverFolder();
 

@@ -1,4 +1,5 @@
 #include "InstalledShortcuts.h"
+#include "InstalledFiles.h"
 #include "RegistryTree.h"
 #include "Step.h"
 #include "settings/TvkProduct.h"
@@ -28,11 +29,14 @@ CString Group()
     return TvkProduct().GetSetting("IDO_MFG", maker) + " Printer Suite";
 }
 
-/// Where ShortcutCreation puts them.
+/// Where ShortcutCreation puts them, on the NT family: that of all users; below the Windows directory when the shell
+/// names none.
 CString Folder(int location)
 {
-    return ReadText("Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
-                    location == Desktop ? "Common Desktop" : "Common Programs");
+    const CString folder = ReadText("Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
+                                    location == Desktop ? "Common Desktop" : "Common Programs");
+    const char* const fallback = location == Desktop ? "\\All Users\\Desktop" : "\\All Users\\Start Menu\\Programs";
+    return folder.IsEmpty() ? WindowsFolder() + fallback : folder;
 }
 
 CString GroupFolder()

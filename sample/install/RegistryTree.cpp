@@ -106,8 +106,8 @@ void WriteNumber(CSafeRegistry& registry, HKEY root, const CString& key, const c
 CString ReadText(const CString& key, const char* name)
 {
     CSafeRegistry registry;
-    char text[256] = "";
-    unsigned long size = sizeof text - 1, type = 0;
+    char text[MAX_PATH + 1] = ""; // with room for the NUL that a writer forgot
+    unsigned long size = MAX_PATH, type = 0;
     if (!registry.Open(HKEY_LOCAL_MACHINE, key, 0, KEY_READ) ||
         !registry.Read(reinterpret_cast<unsigned char*>(text), &size, &type, name) || type != REG_SZ)
         return CString();

@@ -8,6 +8,7 @@
 #include "InstalledFiles.h"
 #include "InstalledPrinter.h"
 #include "InstalledShortcuts.h"
+#include "ProgramEntry.h"
 #include "RegistryTree.h"
 #include "Step.h"
 #include "settings/TvkIniFile.h"
@@ -20,7 +21,6 @@
 namespace
 {
 const char* const Printers = "SYSTEM\\CurrentControlSet\\Control\\Print\\Printers";
-const char* const Programs = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 const char* const Software = "SOFTWARE"; // the parent that every product shares
 const char* const TraceKey = "SOFTWARE\\TORVANE";
 
@@ -28,12 +28,6 @@ CString Setting(const char* key)
 {
     CString value;
     return TvkProduct().GetSetting(key, value);
-}
-
-/// The entry in the system's list of programs; it remembers for which printer the product was installed.
-CString ProgramEntry()
-{
-    return CString(Programs) + "\\" + TvkProduct::GetProductPrefix() + "suite";
 }
 
 CString PrinterDataKey(const CString& printer)
@@ -60,7 +54,7 @@ void InstallProgramEntry(const CString& printer)
 {
     CSafeRegistry registry;
     const CString key = ProgramEntry();
-    WriteText(registry, HKEY_LOCAL_MACHINE, key, "DisplayName", Setting("IDO_MFG") + " " + Setting("IDO_MODEL"));
+    WriteText(registry, HKEY_LOCAL_MACHINE, key, "DisplayName", ProductName());
     WriteText(registry, HKEY_LOCAL_MACHINE, key, "UninstallString", "productinstall.exe --remove");
     WriteText(registry, HKEY_LOCAL_MACHINE, key, "Printer", printer);
     Report("listed as a program", key);
@@ -153,7 +147,7 @@ void Install(CString printer, int trace)
     InstallFiles();
     // From here on the configuration library tells the exact model.
     if (printer.IsEmpty())
-        printer = Setting("IDO_MFG") + " " + Setting("IDO_MODEL");
+        printer = ProductName();
     InstallProgramEntry(printer);
     InstallPrinter(printer);
     InstallPrinterKeys(printer);
@@ -167,7 +161,7 @@ void Install(CString printer, int trace)
 /// Undoes every step, last one first; goes on after a failure, so that as little as possible stays behind.
 bool Remove()
 {
-    const CString printer = ReadText(ProgramEntry(), "Printer");
+    const CString printer = InstalledPrinter();
     bool clean = true;
     const auto undo = [&clean](const CString& subject, const std::function<void()>& step)
     {

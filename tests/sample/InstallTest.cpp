@@ -1,16 +1,18 @@
 // The sample product installed into this machine and taken out again; what programs read in between.
 #include "KnownKeys.h"
+#include "SampleProduct.h"
 #include "diag/ActivityTracker.h"
 #include "links/CComxDataRetriever.h"
 #include "links/CDataRetriever.h"
 #include "links/CGUIUrlLink.h"
 #include "links/CatsWinHelp.h"
+#include "install/RegistryTree.h"
 #include "locale/OEMTeleIni.h"
 #include "settings/ConfigurationLibrary.h"
 #include "settings/TvkIniFile.h"
-#include "settings/TvkProduct.h"
 #include "system/CPrinterData.h"
 #include "system/CSafeRegistry.h"
+#include "system/internal/Handle.h"
 #include "support/Probe.h"
 #include "support/RecordingProgram.h"
 #include "support/RedirectedRoot.h"
@@ -24,6 +26,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 
@@ -74,8 +77,9 @@ std::set<std::string> Machine()
     for (const char* folder : {"C:\\", "C:\\windows"})
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             found.insert(entry.path().string());
-    for (const char* folder : {System32, HelpFolder, StartMenu, Desktop})
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+    std::error_code missing;
+    for (const char* folder : {System32, HelpFolder, StartMenu, Desktop, "C:\\windows\\All Users"})
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, missing))
             found.insert(entry.path().string());
     for (const char* key : {"\\Drivers\\Version-3", "\\Drivers"}) // the spooler's own, made for the first driver
         found.erase(std::string("SYSTEM\\CurrentControlSet\\Control\\Print\\Environments\\Windows x64") + key);
@@ -86,12 +90,6 @@ std::set<std::string> Machine()
         small.insert(name);
     }
     return small;
-}
-
-std::string Text(const char* key)
-{
-    CString value;
-    return std::string(TvkProduct().GetSetting(key, value));
 }
 
 /// What the recorder has kept.
@@ -149,6 +147,45 @@ TEST(ProductInstall, LeavesTheMachineAsItWas)
     EXPECT_EQ(Machine(), before);
 }
 
+TEST(ProductInstall, FindsTheShortcutsWhereTheLibraryPutsThem)
+{
+    const char* const folders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+    const std::string root = "C:\\windows\\All Users\\", programs = root + "Start Menu\\Programs";
+    std::map<const char*, std::string> saved; // without them the shortcuts lie below the Windows directory
+    for (const char* name : {"Common Desktop", "Common Programs"})
+    {
+        saved[name] = RegistryWorld::Get(HKEY_LOCAL_MACHINE, folders, name).value();
+        RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, folders, name);
+    }
+    std::filesystem::create_directories(root + "Desktop");
+    std::filesystem::create_directories(programs);
+    const std::set<std::string> before = Machine();
+    const ProcessResult installed = Installer("");
+    EXPECT_EQ(installed.exitCode, 0u) << installed.output;
+    for (const std::string& link :
+         {root + "Desktop\\Printer Status.lnk", programs + "\\Torvane Printer Suite\\Remove the Printer Software.lnk"})
+    {
+        EXPECT_THAT(installed.output, HasSubstr(link));
+        EXPECT_TRUE(std::filesystem::exists(link)) << link;
+    }
+    EXPECT_EQ(Installer("--remove").exitCode, 0u);
+    EXPECT_EQ(Machine(), before);
+    std::filesystem::remove_all(root);
+    for (const auto& [name, value] : saved)
+        RegSetKeyValueA(HKEY_LOCAL_MACHINE, folders, name, REG_SZ, value.data(), static_cast<DWORD>(value.size()));
+}
+
+TEST(ProductInstall, ReadsTextsAsLongAsAPath)
+{
+    RegistryWorld world;
+    for (const int length : {255, 259, 260})
+    {
+        world.SetText(HKEY_LOCAL_MACHINE, "SOFTWARE\\InstallTest", "text",
+                      std::string(static_cast<size_t>(length), 'x'));
+        EXPECT_EQ(ReadText("SOFTWARE\\InstallTest", "text").GetLength(), length < MAX_PATH ? length : 0);
+    }
+}
+
 TEST(ProductInstall, SaysWhatFailed)
 {
     EXPECT_EQ(Installer("--trace 5").exitCode, 2u);
@@ -166,18 +203,18 @@ TEST(ProductInstall, SaysWhatFailed)
     EXPECT_EQ(Machine(), before);
 }
 
-TEST_F(InstalledProduct, ConfigurationLibraryTellsTheModel)
+TEST_F(InstalledProduct, SettingsAreTheModelsAndThePreloadedCartridges)
 {
-    EXPECT_EQ(Text("IDO_MODEL"), "Larkmoor 460");
-    EXPECT_EQ(Text("IDO_URL_PRINTER_CODE"), "LM46");
-    EXPECT_EQ(Text("IDO_ORDERSUPPLIES_EXECUTABLENAME_ARGUMENTS"), "/T=200 /L=a /P=\"Torvane Larkmoor 460\"");
+    const char* const texts[][2] = {
+        {"IDO_MODEL", "Larkmoor 460"},
+        {"IDO_URL_PRINTER_CODE", "LM46"},
+        {"IDO_ORDERSUPPLIES_EXECUTABLENAME_ARGUMENTS", "/T=200 /L=a /P=\"Torvane Larkmoor 460\""},
+        {"IDO_DEFAULT_COLORCART", "TC-482H"},
+        {"IDO_DEFAULT_BLACKCART", "TK-481H"},
+    };
+    for (const auto& [key, text] : texts)
+        EXPECT_EQ(Text(key), text);
     EXPECT_EQ(TvkProduct().CompareSetting("IDO_PRINTHEADFORMAT", 2ul), 1) << "the series has 1";
-}
-
-TEST_F(InstalledProduct, PreloadedCartridgesAreTheDefaults)
-{
-    EXPECT_EQ(Text("IDO_DEFAULT_COLORCART"), "TC-482H");
-    EXPECT_EQ(Text("IDO_DEFAULT_BLACKCART"), "TK-481H");
 }
 
 TEST_F(InstalledProduct, IniFilesHoldTheirValues)
@@ -270,33 +307,28 @@ TEST_F(InstalledProduct, HelpOpensInTheViewerAndInTheProcess)
 
 TEST_F(InstalledProduct, ConfigurationLibraryAnswersEveryOverride)
 {
-    const HMODULE settings = LoadLibraryA(PRODUCT_PREFIX "jswr.dll");
     const HMODULE library = LoadLibraryA((std::string(DriverFolder) + PRODUCT_PREFIX "conf.dll").c_str());
-    const auto entry =
-        reinterpret_cast<GetConfigDataFunction>(reinterpret_cast<void (*)()>(GetProcAddress(library, "GetConfigData")));
+    const auto entry = tvk::FindEntry<GetConfigDataFunction>(library, "GetConfigData");
     ASSERT_TRUE(entry);
     char answer[256];
     unsigned long size = 0;
     int overrides = 0;
     for (const KnownKey& known : KnownKeys)
     {
-        const HRSRC found =
-            FindResourceA(settings, (std::string(known.name) + "_OVERRIDE").c_str(), MAKEINTRESOURCEA(10));
-        if (!found)
+        const std::string item = Resource(std::string(known.name) + "_OVERRIDE");
+        if (item.empty())
             continue;
         SCOPED_TRACE(known.name);
         ++overrides;
-        const auto item = *static_cast<const DWORD*>(LockResource(LoadResource(settings, found)));
         // Twice over: the size word keeps what the question before it left.
         for (int round = 0; round < 2; ++round)
         {
-            EXPECT_EQ(entry(0, item, 0, answer, &size), ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE);
-            EXPECT_EQ(entry(0, item, 0, answer, &size), ERROR_CONFIG_SUCCESS);
+            EXPECT_EQ(entry(0, NumberOf(item), 0, answer, &size), ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE);
+            EXPECT_EQ(entry(0, NumberOf(item), 0, answer, &size), ERROR_CONFIG_SUCCESS);
         }
         EXPECT_EQ(size, known.number ? sizeof(DWORD) : std::string(answer).size() + 1);
     }
     EXPECT_GT(overrides, 3);
     EXPECT_EQ(entry(0, 4711, 0, answer, &size), ERROR_CONFIG_UNDEFINED_ITEM);
     FreeLibrary(library);
-    FreeLibrary(settings);
 }
