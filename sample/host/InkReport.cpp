@@ -20,6 +20,9 @@ constexpr Field Fields[] = {
     {"InkPercent5", &INKINFO::InkPercent5},
     {"InkPercent6", &INKINFO::InkPercent6},
     {"InkPercent7", &INKINFO::InkPercent7},
+    {"InkPercent8", &INKINFO::InkPercent8},
+    {"InkPercent9", &INKINFO::InkPercent9},
+    {"InkPercent10", &INKINFO::InkPercent10},
     {"iLogCartID1", &INKINFO::iLogCartID1},
     {"iLogCartID2", &INKINFO::iLogCartID2},
     {"iPhysCartID1", &INKINFO::iPhysCartID1},
@@ -46,20 +49,23 @@ INKINFO SampleInkReport()
 
 INKINFO LastInkReport(const char* printer)
 {
-    INKINFO report = SampleInkReport();
-    CComxDataRetriever cache;
-    if (!cache.GetPrinterCacheData(printer))
-        return report;
-    report.InkStyle = static_cast<int>(cache.GetInkStyle());
     static constexpr int INKINFO::*Levels[] = {&INKINFO::InkPercent1, &INKINFO::InkPercent2, &INKINFO::InkPercent3,
                                                &INKINFO::InkPercent4, &INKINFO::InkPercent5, &INKINFO::InkPercent6,
-                                               &INKINFO::InkPercent7};
-    for (int ink = 0; ink < static_cast<int>(std::size(Levels)); ++ink)
+                                               &INKINFO::InkPercent7, &INKINFO::InkPercent8, &INKINFO::InkPercent9,
+                                               &INKINFO::InkPercent10};
+    static_assert(std::size(Levels) == PRINTERCACHE_INKS);
+    CComxDataRetriever cache;
+    if (!cache.GetPrinterCacheData(printer))
+        return SampleInkReport();
+    INKINFO report = {};
+    report.InkStyle = static_cast<int>(cache.GetInkStyle());
+    for (int ink = 0; ink < PRINTERCACHE_INKS; ++ink)
         report.*Levels[ink] = static_cast<int>(cache.GetInkPercent(ink + 1));
     report.iLogCartID1 = static_cast<int>(cache.GetLogCartId(1));
     report.iLogCartID2 = static_cast<int>(cache.GetLogCartId(2));
     report.iPhysCartID1 = static_cast<int>(cache.GetPhysCartId(1));
     report.iPhysCartID2 = static_cast<int>(cache.GetPhysCartId(2));
+    report.iEstPagesRemaining = PagesUnknown;
     return report;
 }
 

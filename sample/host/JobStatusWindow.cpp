@@ -1,5 +1,7 @@
 #include "JobStatusWindow.h"
+#include "../install/ProgramEntry.h"
 #include "../product/bitmaps.h"
+#include "InkReport.h"
 #include "SupportDialog.h"
 #include "dialogs/JSWOptionsDlg.h"
 #include "dialogs/VersionDlg.h"
@@ -123,10 +125,9 @@ BEGIN_MESSAGE_MAP(JobStatusWindow, CDialog)
 END_MESSAGE_MAP()
 
 JobStatusWindow::JobStatusWindow(const INKINFO& report, int tanks)
-    : CDialog(IDD_JOB_STATUS), m_report(report), m_tankMode(tanks), m_pictures(ResourceLibraryName(m_product))
+    : CDialog(IDD_JOB_STATUS), m_report(report), m_tankMode(tanks), m_pictures(ResourceLibraryName(m_product)),
+      m_printer(PrinterName())
 {
-    CString maker, model;
-    m_printer = m_product.GetSetting("IDO_MFG", maker) + " " + m_product.GetSetting("IDO_MODEL", model);
 }
 
 void JobStatusWindow::ShowReport(const INKINFO& report)
@@ -326,7 +327,10 @@ void JobStatusWindow::PaintReport(CDC& dc)
         line.OffsetRect(0, 24);
     }
     CString pages;
-    pages.Format("About %d pages left", m_report.iEstPagesRemaining);
+    if (m_report.iEstPagesRemaining == PagesUnknown)
+        pages = "Pages left: unknown";
+    else
+        pages.Format("About %d pages left", m_report.iEstPagesRemaining);
     dc.DrawText(pages, &line, DT_SINGLELINE | DT_VCENTER);
     CRect label(ReportCard.left + 12, 212, ReportCard.right - 12, 232);
     dc.DrawText("Colour of the captions", &label, DT_SINGLELINE | DT_VCENTER);

@@ -3,34 +3,48 @@
 #include <afxwin.h>
 #include <winspool.h>
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 
 namespace
 {
-constexpr size_t NameSize = 64; // of each name in the driver's answer
-
 struct DriverPaper
 {
     short id;
     std::string name;
 };
 
-std::vector<DriverPaper> DriverPapers(const char* printer)
+/// A list that the driver has of its papers, with entries of this type; empty when it has none or does not tell.
+template <class Entry>
+std::vector<Entry> DriverList(const char* printer, WORD list)
 {
-    const int count = static_cast<int>(DeviceCapabilitiesA(printer, nullptr, DC_PAPERS, nullptr, nullptr));
+    const int count = DeviceCapabilitiesA(printer, nullptr, list, nullptr, nullptr);
     if (count <= 0)
         return {};
-    const size_t size = static_cast<size_t>(count);
-    std::vector<short> ids(size);
-    std::vector<char> names(size * NameSize);
-    DeviceCapabilitiesA(printer, nullptr, DC_PAPERS, reinterpret_cast<char*>(ids.data()), nullptr);
-    DeviceCapabilitiesA(printer, nullptr, DC_PAPERNAMES, names.data(), nullptr);
+    std::vector<Entry> entries(static_cast<size_t>(count));
+    const int told = DeviceCapabilitiesA(printer, nullptr, list, reinterpret_cast<char*>(entries.data()), nullptr);
+    entries.resize(static_cast<size_t>(std::clamp(told, 0, count)));
+    return entries;
+}
+
+/// What a paper without a name is called.
+std::string NumberedName(short id)
+{
+    return "Paper " + std::to_string(id);
+}
+
+std::vector<DriverPaper> DriverPapers(const char* printer)
+{
+    using Name = std::array<char, 64>; // a NUL only behind shorter ones
+    const auto names = DriverList<Name>(printer, DC_PAPERNAMES);
     std::vector<DriverPaper> papers;
-    for (size_t i = 0; i < size; ++i)
+    for (const short id : DriverList<short>(printer, DC_PAPERS))
     {
-        const char* const name = names.data() + i * NameSize;
-        papers.push_back({ids[i], std::string(name, strnlen(name, NameSize))});
+        const size_t index = papers.size();
+        papers.push_back({id, index < names.size()
+                                  ? std::string(names[index].data(), strnlen(names[index].data(), names[index].size()))
+                                  : NumberedName(id)});
     }
     return papers;
 }
@@ -39,7 +53,7 @@ std::string NameOf(const std::vector<DriverPaper>& papers, short id)
 {
     const auto found =
         std::find_if(papers.begin(), papers.end(), [id](const DriverPaper& paper) { return paper.id == id; });
-    return found != papers.end() ? found->name : "paper " + std::to_string(id);
+    return found != papers.end() ? found->name : NumberedName(id);
 }
 } // namespace
 
@@ -55,11 +69,11 @@ std::vector<Paper> PapersOf(const char* printer)
         if (!data.GetPrintableArea(printer, paper.id, area, dpi))
             return {};
         char text[64];
-        std::snprintf(text, sizeof text, "%ld x %ld at (%ld, %ld), %ld dpi", area.right, area.bottom, area.left,
-                      area.top, dpi.x);
+        std::snprintf(text, sizeof text, "%ld x %ld at (%ld, %ld)", area.right, area.bottom, area.left, area.top);
         short twin = paper.id;
         const bool borderless = data.GetBorderlessPaperSize(printer, twin, twinArea) != 0;
-        result.push_back({paper.name, text, borderless ? NameOf(papers, twin) : "none"});
+        result.push_back(
+            {paper.name, text, std::to_string(dpi.x) + " dpi", borderless ? NameOf(papers, twin) : "none"});
     }
     return result;
 }

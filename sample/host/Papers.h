@@ -7,7 +7,8 @@
 struct Paper
 {
     std::string name; ///< as the driver calls it
-    std::string area; ///< offsets and extent of the printable area in pixels, and the resolution
+    std::string area; ///< extent and offsets of the printable area in pixels
+    std::string resolution;
     std::string twin; ///< name of the paper of the same size that is printed up to its edges, or "none"
 };
 

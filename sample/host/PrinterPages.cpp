@@ -24,6 +24,7 @@ bool ReportPapers(const char* printer)
     const std::vector<Paper> papers = PapersOf(printer);
     std::printf("%-30s%-36s%s\n", "PAPER", "PRINTABLE AREA (pixels)", "BORDERLESS TWIN");
     for (const Paper& paper : papers)
-        std::printf("%-30s%-36s%s\n", paper.name.c_str(), paper.area.c_str(), paper.twin.c_str());
+        std::printf("%-30s%-36s%s\n", paper.name.c_str(), (paper.area + ", " + paper.resolution).c_str(),
+                    paper.twin.c_str());
     return !papers.empty();
 }

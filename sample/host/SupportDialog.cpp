@@ -1,6 +1,14 @@
 #include "SupportDialog.h"
 #include "Papers.h"
 #include "resource.h"
+#include <iterator>
+
+namespace
+{
+// Columns of the list of papers, in dialog units from its edge; the headings stand above them (demohost.rc).
+constexpr int PaperAreaColumn = 98;
+constexpr int PaperTwinColumn = 186;
+} // namespace
 
 BEGIN_MESSAGE_MAP(SupportDialog, CDialog)
     ON_BN_CLICKED(IDC_CHANGE_COUNTRY, OnChangeCountry)
@@ -42,10 +50,13 @@ void SupportDialog::ShowNumbers()
 
 void SupportDialog::ShowPapers()
 {
-    for (const Paper& paper : PapersOf(m_printer))
-    {
-        m_papers.AddString((paper.name + ":  " + paper.area).c_str());
-    }
+    int columns[] = {PaperAreaColumn, PaperTwinColumn};
+    m_papers.SendMessage(LB_SETTABSTOPS, std::size(columns), reinterpret_cast<LPARAM>(columns));
+    const std::vector<Paper> papers = PapersOf(m_printer);
+    for (const Paper& paper : papers)
+        m_papers.AddString((paper.name + "\t" + paper.area + "\t" + paper.twin).c_str());
+    if (!papers.empty()) // all of one resolution
+        SetDlgItemText(IDC_PAPER_AREA, ("Pixels at " + papers.front().resolution).c_str());
 }
 
 void SupportDialog::OnChangeCountry()

@@ -14,6 +14,7 @@
 #include "SettingsReport.h"
 #include "Tour.h"
 #include "TraceLog.h"
+#include "../install/ProgramEntry.h"
 #include <afxwin.h>
 #include "settings/TvkProduct.h"
 #include <cstdio>
@@ -21,8 +22,6 @@
 
 namespace
 {
-constexpr char SamplePrinter[] = "Torvane Larkmoor 460";
-
 void Heading(const char* text)
 {
     std::printf("\n=== %s\n\n", text);
@@ -77,7 +76,7 @@ bool SetInkFields(INKINFO& report, int fieldCount, char** fields)
 
 int ShowWindow(int fieldCount, char** fields)
 {
-    INKINFO report = LastInkReport(SamplePrinter);
+    INKINFO report = LastInkReport(PrinterName());
     if (!SetInkFields(report, fieldCount, fields))
         return 2;
     JobStatusWindow(report, 2).DoModal();
@@ -86,7 +85,7 @@ int ShowWindow(int fieldCount, char** fields)
 
 int PrintAddress(const char* kind, int fieldCount, char** fields)
 {
-    INKINFO report = LastInkReport(SamplePrinter);
+    INKINFO report = LastInkReport(PrinterName());
     if (!SetInkFields(report, fieldCount, fields))
         return 2;
     for (const LinkKind& link : LinkKinds)
@@ -133,13 +132,13 @@ int main(int argc, char** argv)
         return 1;
     const char* const command = argc > 1 ? argv[1] : "report";
     if (std::strcmp(command, "report") == 0)
-        return Report(argc > 2 ? argv[2] : SamplePrinter);
+        return Report(argc > 2 ? CString(argv[2]) : PrinterName());
     if (std::strcmp(command, "window") == 0)
         return ShowWindow(argc - 2, argv + 2);
     if (std::strcmp(command, "link") == 0 && argc > 2)
         return PrintAddress(argv[2], argc - 3, argv + 3);
     if (std::strcmp(command, "journey") == 0)
-        return ReportJourney(LastInkReport(SamplePrinter)) ? 0 : 1;
+        return ReportJourney(LastInkReport(PrinterName())) ? 0 : 1;
     if (std::strcmp(command, "tour") == 0 && argc == 4)
         return Tour(argv[2], argv[3]);
     return Usage();
