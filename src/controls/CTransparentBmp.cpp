@@ -280,7 +280,7 @@ void CTransparentBmp::TransBlt(CDC* pDC, int x, int y, int cx, int cy)
     {
         const DeviceContext work(::CreateCompatibleDC(context));
         const DeviceContext source(::CreateCompatibleDC(nullptr));
-        const auto colours = static_cast<HPALETTE>(palette.GetSafeHandle());
+        const auto colours = static_cast<HPALETTE>(m_pPalette->GetSafeHandle());
         const PaletteSelection onContext(context, colours), onWork(work.Get(), colours),
             onSource(source.Get(), colours);
         if (work && source)

@@ -94,6 +94,10 @@ public:
     void SetMapSystemColors(int bMap);
 
 protected:
+    /// Gives m_pPalette, an empty palette, the colours that a draw is to use: those of the bitmap resource, looked for
+    /// in the bitmap's module. A derived class whose module is gone by then points it to a palette that it has kept.
+    virtual void CreateDrawingPalette();
+
     int m_nWidth = 0;
     int m_nHeight = 0;
     HBITMAP m_hSavedBmp = nullptr;
@@ -125,7 +129,6 @@ private:
     HRGN FinishLoading(HBITMAP bitmap, CRect* pRegionRect, const CRect* pRect);
     HBITMAP LoadPicture(UINT flags, int width, int height) const;
     HRGN DrawingRegion() const;
-    void CreateDrawingPalette();
     void DrawSaved(HDC context, HDC work, HDC source, int x, int y, int cx, int cy);
     void DrawFresh(CDC* pDC, HDC work, HDC source, int x, int y, int cx, int cy);
 };

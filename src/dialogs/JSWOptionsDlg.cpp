@@ -2,7 +2,6 @@
 #include <htmlhelp.h>
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include "dialogs/DialogIds.h"
 #include "dialogs/internal/DialogControls.h"
 #include "dialogs/internal/PrinterValues.h"
@@ -352,7 +351,9 @@ void JSWOptionsDlg::ReadCartridges(tvk::PrinterValues& values)
             tvk::ShowControl(*this, control, false);
         return;
     }
-    if (values.SelectExisting(CartridgeKey))
+    const std::optional<bool> stored = values.SelectExisting(CartridgeKey);
+    m_bCartridgesDisabled = !stored;
+    if (stored.value_or(false))
     {
         const CString firstName = Setting(FirstFlagKey), secondName = Setting(SecondFlagKey);
         const auto read = [&values](const CString& name, DWORD missing)

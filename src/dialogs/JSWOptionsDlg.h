@@ -31,7 +31,10 @@ class SkinPreview;
 /// otherwise 1 when the black one is, otherwise 0: both needed is kept as 2. The second is 1 when either is. They come
 /// back as they were stored: a second flag of 0 checks neither box, otherwise the first flag 1 checks the black one and
 /// 2 the colour one. Missing flags count as 0 and 1. Flags that are none of these (another program's, or no numbers)
-/// disable both boxes, and are then left as they are.
+/// and flags that may not be read disable both boxes, and are then left as they are.
+///
+/// Topics opened and links followed are recorded by ActivityTracker. Its fatal error, a std::logic_error that the
+/// library does not catch, leaves the handlers OnHelpInfo, OnContextMenu and OnLink.
 class AFX_EXT_CLASS JSWOptionsDlg : public CDialog
 {
     DECLARE_DYNAMIC(JSWOptionsDlg)
@@ -112,7 +115,7 @@ protected:
     CString m_astrSkins[MaximumSkins]; // file names of the skins found, the product's own first
     int m_nPrimarySkins;               // how many of them lie in m_strSkinDirectory
     int m_nLastSkin;                   // index of the last one; -1 without any
-    int m_nCurrentSkin;                // index of the one shown
+    int m_nCurrentSkin;                // index of the one stepped to: shown, unless its file is missing or broken
     int m_bModal;                      // set up by InitModal
     HMODULE m_hSavedResource;          // resource handle when the dialog was set up
     char m_szLinkArgument[260];        // passed along when the skin link is followed

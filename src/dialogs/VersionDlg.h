@@ -49,7 +49,8 @@ protected:
     afx_msg void OnDetails();
     /// Opens the legal notice.
     afx_msg void OnLegal();
-    /// Records the activity and starts the web update program. A failed start is not reported.
+    /// Records the activity and starts the web update program. A failed start is not reported. ActivityTracker's fatal
+    /// error, a std::logic_error that the library does not catch, leaves this handler; nothing is started then.
     afx_msg void OnWebTuneUp();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnPaletteChanged(CWnd* pFocusWnd);

@@ -35,10 +35,13 @@ bool PrinterValues::Select(const char* key)
                 { m_registry.Create(disposition, nullptr, key, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr); });
 }
 
-bool PrinterValues::SelectExisting(const char* key)
+std::optional<bool> PrinterValues::SelectExisting(const char* key)
 {
     int opened = 0;
-    return Done([&] { opened = m_registry.Open(nullptr, key, 0, KEY_ALL_ACCESS); }) && opened;
+    const bool tried = Done([&] { opened = m_registry.Open(nullptr, key, 0, KEY_ALL_ACCESS); });
+    if (tried && !opened && m_registry.GetLastError() == ERROR_FILE_NOT_FOUND)
+        return false;
+    return opened ? std::optional(true) : std::nullopt;
 }
 
 bool PrinterValues::Has(const char* name)

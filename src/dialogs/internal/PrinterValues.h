@@ -17,8 +17,9 @@ public:
     /// Opens the printer's key of this name, and makes it when there is none. Until a key could be opened nothing can
     /// be read or written.
     bool Select(const char* key);
-    /// The same for a key that is only read: it is not made.
-    bool SelectExisting(const char* key);
+    /// The same for a key that is only read: it is not made. Whether there is such a key, nothing when it may not be
+    /// opened.
+    std::optional<bool> SelectExisting(const char* key);
 
     bool Has(const char* name);
     /// A value of four bytes, whatever its declared type.

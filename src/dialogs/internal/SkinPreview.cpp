@@ -33,11 +33,13 @@ bool SkinPreview::Load(HINSTANCE skin, CSize room)
 
 void SkinPreview::Draw(CDC& context, const CRect& area)
 {
-    CPalette* const former = context.SelectPalette(&m_palette, TRUE);
-    context.RealizePalette();
     TransBlt(&context, area.left + (area.Width() - ReturnWidth()) / 2, area.top + (area.Height() - ReturnHeight()) / 2,
              0, 0);
-    context.SelectPalette(former, TRUE);
+}
+
+void SkinPreview::CreateDrawingPalette()
+{
+    m_pPalette = &m_palette;
 }
 
 CPalette& SkinPreview::Palette()

@@ -20,6 +20,9 @@ public:
     CPalette& Palette();
 
 private:
+    /// The skin's own palette: what stands in its bitmap cannot be read any more.
+    void CreateDrawingPalette() override;
+
     CPalette256 m_palette;
 };
 } // namespace tvk
