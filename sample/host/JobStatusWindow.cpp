@@ -371,7 +371,8 @@ void JobStatusWindow::OnOptions()
     CString path;
     JSWOptionsDlg dialog;
     dialog.Init(static_cast<LPCSTR>(m_printer));
-    dialog.InitModal(m_printer, system + m_product.GetSetting("IDO_WINNTPATH", path) + "3\\");
+    // The suite's own skins lie where its programs do: which folder that is depends on the Windows version.
+    dialog.InitModal(m_printer, CString(system) + "\\" + m_product.GetSetting("IDO_RZB_EXECUTABLENAME_PATH", path));
     dialog.DoModal();
 }
 
