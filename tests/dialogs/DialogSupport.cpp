@@ -1,46 +1,55 @@
 #include "DialogSupport.h"
+#include "support/GdiObjects.h"
 #include "support/OpenHandles.h"
-#include "support/TestProduct.h"
-#include <gtest/gtest.h>
-#include <psapi.h>
 #include <algorithm>
+#include <array>
 #include <fstream>
-#include <iterator>
 
-CurrentLibrary::CurrentLibrary(const std::string& name)
-    : m_former(AfxGetResourceHandle()), m_module(LoadLibraryA((TestFolder() + "dialogs\\" + name).c_str()))
+DialogTest::DialogTest(const char* library, const SettingList& settings)
+    : m_library(LoadLibraryA((TestFolder() + "dialogs\\" + library).c_str())), m_settings(settings)
 {
-    EXPECT_TRUE(m_module) << name;
-    AfxSetResourceHandle(m_module);
+    EXPECT_TRUE(m_library) << library;
+    AfxSetResourceHandle(m_library);
+    Product();
 }
 
-CurrentLibrary::~CurrentLibrary()
+DialogTest::~DialogTest()
 {
-    EXPECT_EQ(AfxGetResourceHandle(), m_module) << "the dialog has left another resource handle behind";
+    EXPECT_EQ(AfxGetResourceHandle(), m_library) << "the dialog has left another resource handle behind";
     AfxSetResourceHandle(m_former);
-    FreeLibrary(m_module);
+    FreeLibrary(m_library);
 }
 
-PlacedFile::PlacedFile(const std::string& path, const std::string& source) : m_path(path)
+void DialogTest::Product(const SettingList& changes)
+{
+    m_product.reset();
+    SettingList settings = m_settings;
+    settings.insert(settings.end(), changes.begin(), changes.end());
+    m_product = std::make_unique<TestProduct>(settings);
+}
+
+void PlacedFiles::Copy(const std::string& path, const std::string& source)
 {
     EXPECT_TRUE(CopyFileA((TestFolder() + source).c_str(), path.c_str(), FALSE)) << path << ": " << GetLastError();
+    m_paths.push_back(path);
 }
 
-PlacedFile PlacedFile::Of(const std::string& path, const std::string& bytes)
+void PlacedFiles::Write(const std::string& path, const std::string& bytes)
 {
     std::ofstream(path, std::ios::binary) << bytes;
-    return PlacedFile(path);
+    m_paths.push_back(path);
 }
 
-PlacedFile::PlacedFile(PlacedFile&& other) noexcept : m_path(std::move(other.m_path))
+void PlacedFiles::Delete(const std::string& path)
 {
-    other.m_path.clear();
+    EXPECT_TRUE(DeleteFileA(path.c_str())) << path << " is still loaded? " << GetLastError();
+    std::erase(m_paths, path);
 }
 
-PlacedFile::~PlacedFile()
+void PlacedFiles::Clear()
 {
-    if (!m_path.empty())
-        DeleteFileA(m_path.c_str());
+    while (!m_paths.empty())
+        Delete(std::string(m_paths.back()));
 }
 
 void Pump()
@@ -63,32 +72,58 @@ void Type(WPARAM key)
     Pump();
 }
 
-void Click(HWND dialog, int id)
+void TypeMnemonic(char key)
 {
-    const HWND control = GetDlgItem(dialog, id);
-    PostMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
-    PostMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
+    PostMessageA(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(key), 1 << 29);
     Pump();
 }
 
-std::string TextOf(HWND dialog, int id)
+void Click(const CWnd& dialog, int id)
+{
+    // Sent, not posted: the display's late news of the focus would come between the two and take the mouse away.
+    const HWND control = GetDlgItem(dialog.m_hWnd, id);
+    SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
+    SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
+    Pump();
+}
+
+INT_PTR RunModal(CDialog& dialog, WPARAM key)
+{
+    static CDialog* open;
+    static MSG typed;
+    open = &dialog;
+    typed = {
+        nullptr, key ? static_cast<UINT>(WM_KEYDOWN) : static_cast<UINT>(WM_SYSCOMMAND), key ? key : SC_CLOSE, 0, 0,
+        {}};
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10,
+                                    [](HWND, UINT, UINT_PTR id, DWORD)
+                                    {
+                                        KillTimer(nullptr, id);
+                                        open->PostMessage(typed.message, typed.wParam);
+                                    });
+    const INT_PTR result = dialog.DoModal();
+    KillTimer(nullptr, timer);
+    return result;
+}
+
+std::string TextOf(const CWnd& dialog, int id)
 {
     char text[512] = "";
-    GetDlgItemTextA(dialog, id, text, sizeof text);
+    GetDlgItemTextA(dialog.m_hWnd, id, text, sizeof text);
     return text;
 }
 
-bool IsShown(HWND dialog, int id)
+bool IsShown(const CWnd& dialog, int id)
 {
-    return (GetWindowLongA(GetDlgItem(dialog, id), GWL_STYLE) & WS_VISIBLE) != 0;
+    return IsWindowVisible(GetDlgItem(dialog.m_hWnd, id)) != FALSE;
 }
 
-bool IsEnabled(HWND dialog, int id)
+bool IsEnabled(const CWnd& dialog, int id)
 {
-    return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE;
+    return IsWindowEnabled(GetDlgItem(dialog.m_hWnd, id)) != FALSE;
 }
 
-std::vector<int> TabOrder(HWND dialog)
+std::vector<int> TabOrder(const CWnd& dialog)
 {
     std::vector<int> order;
     const HWND first = GetFocus();
@@ -96,36 +131,27 @@ std::vector<int> TabOrder(HWND dialog)
     {
         order.push_back(GetDlgCtrlID(GetFocus()));
         Type(VK_TAB);
-    } while (GetFocus() != first && order.size() < 30 && IsChild(dialog, GetFocus()));
+    } while (GetFocus() != first && order.size() < 30 && IsChild(dialog.m_hWnd, GetFocus()));
     return order;
-}
-
-RECT AreaOf(HWND dialog, int id)
-{
-    RECT rect;
-    GetWindowRect(GetDlgItem(dialog, id), &rect);
-    POINT corners[2] = {{rect.left, rect.top}, {rect.right, rect.bottom}};
-    for (POINT& corner : corners)
-        ScreenToClient(dialog, &corner);
-    return {std::min(corners[0].x, corners[1].x), corners[0].y, std::max(corners[0].x, corners[1].x), corners[1].y};
 }
 
 namespace
 {
+CRect PlaceOf(HWND control, HWND window)
+{
+    CRect rect;
+    GetWindowRect(control, &rect);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&rect), 2);
+    if (rect.left > rect.right)
+        std::swap(rect.left, rect.right);
+    return rect;
+}
+
 struct Control
 {
     HWND window;
-    int id;
-    RECT area;
-    DWORD style;
-    bool button;
-
-    bool IsGroupBox() const { return button && (style & BS_TYPEMASK) == BS_GROUPBOX; }
-    bool HasMark() const
-    {
-        const DWORD type = style & BS_TYPEMASK;
-        return button && (type == BS_AUTOCHECKBOX || type == BS_AUTORADIOBUTTON);
-    }
+    CRect area;
+    bool button, group, marked;
 };
 
 std::vector<Control> VisibleControls(HWND dialog)
@@ -135,110 +161,93 @@ std::vector<Control> VisibleControls(HWND dialog)
     {
         char name[32] = "";
         GetClassNameA(window, name, sizeof name);
-        const int id = GetDlgCtrlID(window);
-        RECT area = id == -1 ? RECT() : AreaOf(dialog, id);
-        if (id == -1)
-        {
-            GetWindowRect(window, &area);
-            MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
-        }
-        const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-        if (style & WS_VISIBLE)
-            controls.push_back({window, id, area, style, lstrcmpiA(name, "Button") == 0});
+        const bool button = lstrcmpiA(name, "Button") == 0;
+        const LONG type = GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK;
+        if (IsWindowVisible(window))
+            controls.push_back({window, PlaceOf(window, dialog), button, button && type == BS_GROUPBOX,
+                                button && (type == BS_AUTOCHECKBOX || type == BS_AUTORADIOBUTTON)});
     }
     return controls;
 }
 
 bool TextFits(const Control& control)
 {
-    char text[512] = "";
-    GetWindowTextA(control.window, text, sizeof text);
-    const int width = control.area.right - control.area.left, height = control.area.bottom - control.area.top;
-    const HDC dc = GetDC(control.window);
-    const HGDIOBJ former = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(control.window, WM_GETFONT, 0, 0)));
-    RECT needed = {0, 0, width, 0};
-    DrawTextA(dc, text, -1, &needed, DT_CALCRECT | (control.button ? DT_SINGLELINE : DT_WORDBREAK));
-    SelectObject(dc, former);
-    ReleaseDC(control.window, dc);
-    const int extra = control.HasMark() ? 20 : control.button ? 12 : 0; // the mark; the push button's margins
-    return needed.right + extra <= width && (needed.bottom <= height || control.IsGroupBox());
+    CWnd& window = *CWnd::FromHandle(control.window);
+    CString text;
+    window.GetWindowText(text);
+    CClientDC context(&window);
+    CFont* const former = context.SelectObject(window.GetFont());
+    CRect needed(0, 0, control.area.Width(), 0);
+    context.DrawText(text, &needed, DT_CALCRECT | (control.button ? DT_SINGLELINE : DT_WORDBREAK));
+    context.SelectObject(former);
+    const int extra = control.marked ? 20 : control.button ? 12 : 0; // the mark; the push button's margins
+    return needed.right + extra <= control.area.Width() && (needed.bottom <= control.area.Height() || control.group);
 }
 } // namespace
 
-std::vector<std::string> LayoutFaults(HWND dialog, int firstFreeControl, int lastFreeControl)
+std::vector<std::string> LayoutFaults(const CWnd& dialog, int firstFreeControl, int lastFreeControl)
 {
     std::vector<std::string> faults;
-    RECT client;
-    GetClientRect(dialog, &client);
-    const std::vector<Control> controls = VisibleControls(dialog);
-    const auto report = [&faults](const Control& control, const char* what)
-    { faults.push_back(std::to_string(control.id) + " " + what); };
+    CRect inside, common;
+    dialog.GetClientRect(&inside);
+    inside.DeflateRect(8, 8);
+    const std::vector<Control> controls = VisibleControls(dialog.m_hWnd);
     for (const Control& control : controls)
     {
-        const RECT& area = control.area;
-        if (!TextFits(control))
-            report(control, "is clipped");
-        if (area.left < 8 || area.top < 8 || area.right > client.right - 8 || area.bottom > client.bottom - 8)
-            report(control, "is too near to the edge of the window");
-        const bool free = control.id >= firstFreeControl && control.id <= lastFreeControl;
-        for (const LONG edge : {area.left, area.top})
-            if (edge % 4 != 0 && !free)
-                report(control, "is off the grid");
-        for (const Control& other : controls)
+        const int id = GetDlgCtrlID(control.window);
+        const auto report = [&faults, id](bool fault, const char* what)
         {
-            RECT common;
-            if (other.window != control.window && !control.IsGroupBox() && !other.IsGroupBox() &&
-                IntersectRect(&common, &area, &other.area))
-                report(control, "overlaps another");
-        }
+            if (fault)
+                faults.push_back(std::to_string(id) + " " + what);
+        };
+        const CRect& area = control.area;
+        report(!TextFits(control), "is clipped");
+        report(!UnionRect(&common, &inside, &area) || common != inside, "is too near to the edge of the window");
+        report((area.left % 4 || area.top % 4) && (id < firstFreeControl || id > lastFreeControl), "is off the grid");
+        for (const Control& other : controls)
+            report(other.window != control.window && !control.group && !other.group &&
+                       IntersectRect(&common, &area, &other.area),
+                   "overlaps another");
     }
     return faults;
 }
 
-std::vector<COLORREF> ShownPixels(HWND dialog, const RECT& area)
+CRect AreaOf(const CWnd& dialog, int id)
 {
-    RECT rect = area;
-    MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&rect), 2);
-    if (rect.left > rect.right)
-        std::swap(rect.left, rect.right);
-    const int width = rect.right - rect.left, height = rect.bottom - rect.top;
-    BITMAPINFO format = {{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
-    void* bits = nullptr;
+    return PlaceOf(GetDlgItem(dialog.m_hWnd, id), dialog.m_hWnd);
+}
+
+std::vector<COLORREF> ShownPixels(const CWnd& dialog, int id)
+{
+    RedrawWindow(dialog.m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    CRect window, area;
+    dialog.GetWindowRect(&window);
+    GetWindowRect(GetDlgItem(dialog.m_hWnd, id), &area);
+    area.OffsetRect(-window.left, -window.top);
     // The window's own surface: the screen follows in its own time.
-    RECT window;
-    GetWindowRect(dialog, &window);
-    const HDC surface = GetWindowDC(dialog), memory = CreateCompatibleDC(nullptr);
+    const HDC surface = GetWindowDC(dialog.m_hWnd);
     SetLayout(surface, 0);
-    const HBITMAP copy = CreateDIBSection(memory, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ former = SelectObject(memory, copy);
-    BitBlt(memory, 0, 0, width, height, surface, rect.left - window.left, rect.top - window.top, SRCCOPY);
-    GdiFlush();
     std::vector<COLORREF> pixels;
-    const auto* colours = static_cast<const RGBQUAD*>(bits);
-    std::transform(colours, colours + width * height, std::back_inserter(pixels),
-                   [](const RGBQUAD& colour) { return RGB(colour.rgbRed, colour.rgbGreen, colour.rgbBlue); });
-    SelectObject(memory, former);
-    DeleteObject(copy);
-    DeleteDC(memory);
-    ReleaseDC(dialog, surface);
+    for (int y = area.top; y < area.bottom; ++y)
+        for (int x = area.left; x < area.right; ++x)
+            pixels.push_back(GetPixel(surface, x, y));
+    ReleaseDC(dialog.m_hWnd, surface);
     return pixels;
 }
 
-std::vector<std::size_t> SystemObjects()
+void ExpectNothingLeftBehind(const std::function<void(int)>& round)
 {
-    std::size_t drawing = 0, windows = 0;
-    for (std::size_t handle = 1; handle <= 0xFFFF; ++handle)
-        drawing += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND, LPARAM count)
-        {
-            ++*reinterpret_cast<std::size_t*>(count);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
-    HMODULE modules[512];
-    DWORD size = 0;
-    EnumProcessModules(GetCurrentProcess(), modules, sizeof modules, &size);
-    return {drawing, windows, OpenHandles(), size / sizeof(HMODULE)};
+    const auto count = []
+    {
+        std::size_t windows = 0;
+        const auto add = [](HWND, LPARAM sum) -> BOOL { return ++*reinterpret_cast<std::size_t*>(sum) != 0; };
+        EnumThreadWindows(GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&windows));
+        return std::array{static_cast<std::size_t>(CountGdiObjects()), windows, OpenHandles(), LoadedModules()};
+    };
+    for (int i = 0; i < 10; ++i)
+        round(i);
+    const auto before = count();
+    for (int i = 0; i < 90; ++i)
+        round(i);
+    EXPECT_EQ(count(), before);
 }

@@ -1,41 +1,48 @@
 // Real dialogs on the sample product's templates, driven by messages, and judged by what they show.
 #pragma once
 
+#include "support/TestProduct.h"
 #include <afxwin.h>
+#include <gmock/gmock.h>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
-/// A resource library of the sample product, loaded and the framework's current one for as long as the object lives.
-class CurrentLibrary
+/// One of the sample product's resource libraries, the framework's current one, and a product of the test's own.
+class DialogTest : public testing::Test
 {
-public:
-    explicit CurrentLibrary(const std::string& name);
-    ~CurrentLibrary();
-    CurrentLibrary(const CurrentLibrary&) = delete;
-    CurrentLibrary& operator=(const CurrentLibrary&) = delete;
-    HMODULE Module() const { return m_module; }
+protected:
+    DialogTest(const char* library, const SettingList& settings);
+    ~DialogTest() override;
+    /// Puts other settings besides the product's own or in their place.
+    void Product(const SettingList& changes = {});
+
+    const HINSTANCE m_former = AfxGetResourceHandle();
+    const HINSTANCE m_library;
 
 private:
-    HINSTANCE m_former;
-    HMODULE m_module;
+    const SettingList m_settings;
+    std::unique_ptr<TestProduct> m_product;
 };
 
-/// A file somewhere in the machine, gone with the object.
-class PlacedFile
+/// Files anywhere in the machine, gone with the object.
+class PlacedFiles
 {
 public:
+    PlacedFiles() = default;
+    ~PlacedFiles() { Clear(); }
+    PlacedFiles(const PlacedFiles&) = delete;
+    PlacedFiles& operator=(const PlacedFiles&) = delete;
+
     /// A copy of a file of the tests' folder, or of the sample product's components in its sub-folder dialogs.
-    PlacedFile(const std::string& path, const std::string& source);
-    /// A file of these bytes.
-    static PlacedFile Of(const std::string& path, const std::string& bytes);
-    PlacedFile(PlacedFile&& other) noexcept;
-    ~PlacedFile();
-    PlacedFile& operator=(const PlacedFile&) = delete;
-    const std::string& Path() const { return m_path; }
+    void Copy(const std::string& path, const std::string& source);
+    void Write(const std::string& path, const std::string& bytes);
+    void Delete(const std::string& path);
+    void Clear();
 
 private:
-    explicit PlacedFile(const std::string& path) : m_path(path) {}
-    std::string m_path;
+    std::vector<std::string> m_paths;
 };
 
 /// Right-to-left windows from now on, until the object is gone.
@@ -48,24 +55,27 @@ public:
 
 /// Handles what waits, as the application's loop does.
 void Pump();
-/// Types a key into the window that has the focus.
+/// Types a key, or a mnemonic with the Alt key, into the window that has the focus.
 void Type(WPARAM key);
-/// A click on a button as the mouse makes it, on the screen.
-void Click(HWND dialog, int id);
+void TypeMnemonic(char key);
+/// A click on a button as the mouse makes it.
+void Click(const CWnd& dialog, int id);
+/// Runs a modal dialog, in which a key is typed; 0 for the system menu's command that closes it.
+INT_PTR RunModal(CDialog& dialog, WPARAM key);
 
-std::string TextOf(HWND dialog, int id);
-bool IsShown(HWND dialog, int id);
-bool IsEnabled(HWND dialog, int id);
+std::string TextOf(const CWnd& dialog, int id);
+bool IsShown(const CWnd& dialog, int id);
+bool IsEnabled(const CWnd& dialog, int id);
 /// The identifiers of the controls in the order of the Tab key, beginning with the one that has the focus.
-std::vector<int> TabOrder(HWND dialog);
+std::vector<int> TabOrder(const CWnd& dialog);
 /// What is wrong with the layout: texts that do not fit, controls that overlap or leave the window, edges off the grid
 /// of four pixels (those of the given controls aside).
-std::vector<std::string> LayoutFaults(HWND dialog, int firstFreeControl = 0, int lastFreeControl = 0);
-/// The pixels of a rectangle of the dialog's client area as the window shows them, row by row, from left to right also
-/// in a mirrored window.
-std::vector<COLORREF> ShownPixels(HWND dialog, const RECT& area);
+std::vector<std::string> LayoutFaults(const CWnd& dialog, int firstFreeControl = 0, int lastFreeControl = 0);
 /// The rectangle of a control in the dialog's client area, left smaller than right.
-RECT AreaOf(HWND dialog, int id);
+CRect AreaOf(const CWnd& dialog, int id);
+/// The pixels of a control's place as the window shows them once it has painted what it wants to, row by row, from left
+/// to right also in a mirrored window.
+std::vector<COLORREF> ShownPixels(const CWnd& dialog, int id);
 
-/// Numbers that must not grow: drawing objects, windows, kernel handles, loaded modules.
-std::vector<std::size_t> SystemObjects();
+/// Runs rounds, with their numbers, that must leave behind no drawing object, window, kernel handle or module.
+void ExpectNothingLeftBehind(const std::function<void(int)>& round);
