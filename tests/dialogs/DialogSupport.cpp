@@ -3,6 +3,7 @@
 #include "support/OpenHandles.h"
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 
 DialogTest::DialogTest(const char* library, const SettingList& settings)
@@ -28,28 +29,41 @@ void DialogTest::Product(const SettingList& changes)
     m_product = std::make_unique<TestProduct>(settings);
 }
 
-void PlacedFiles::Copy(const std::string& path, const std::string& source)
+PlacedFiles::PlacedFiles(const std::string& folder) : m_folder(folder)
 {
-    EXPECT_TRUE(CopyFileA((TestFolder() + source).c_str(), path.c_str(), FALSE)) << path << ": " << GetLastError();
-    m_paths.push_back(path);
+    if (!folder.empty())
+        std::filesystem::remove_all(folder); // a run that was ended may have left it
+    CreateDirectoryA(folder.c_str(), nullptr);
 }
 
-void PlacedFiles::Write(const std::string& path, const std::string& bytes)
+PlacedFiles::~PlacedFiles()
 {
-    std::ofstream(path, std::ios::binary) << bytes;
-    m_paths.push_back(path);
+    Clear();
+    RemoveDirectoryA(m_folder.c_str());
 }
 
-void PlacedFiles::Delete(const std::string& path)
+void PlacedFiles::Copy(const std::string& name, const std::string& source)
 {
-    EXPECT_TRUE(DeleteFileA(path.c_str())) << path << " is still loaded? " << GetLastError();
-    std::erase(m_paths, path);
+    EXPECT_TRUE(CopyFileA((TestFolder() + source).c_str(), Path(name).c_str(), FALSE)) << name << GetLastError();
+    m_names.push_back(name);
+}
+
+void PlacedFiles::Write(const std::string& name, const std::string& bytes)
+{
+    std::ofstream(Path(name), std::ios::binary) << bytes;
+    m_names.push_back(name);
+}
+
+void PlacedFiles::Delete(const std::string& name)
+{
+    EXPECT_TRUE(DeleteFileA(Path(name).c_str())) << name << " is still loaded? " << GetLastError();
+    std::erase(m_names, name);
 }
 
 void PlacedFiles::Clear()
 {
-    while (!m_paths.empty())
-        Delete(std::string(m_paths.back()));
+    while (!m_names.empty())
+        Delete(std::string(m_names.back()));
 }
 
 void Pump()
@@ -66,61 +80,25 @@ void Pump()
     CDC::DeleteTempMap();
 }
 
-void Type(WPARAM key)
+void Type(WPARAM key, UINT message)
 {
-    PostMessageA(GetFocus(), WM_KEYDOWN, key, 1);
+    PostMessageA(GetFocus(), message, key, 1);
     Pump();
 }
 
-void TypeMnemonic(char key)
+INT_PTR RunModal(CDialog& dialog, UINT message, WPARAM wParam)
 {
-    PostMessageA(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(key), 1 << 29);
-    Pump();
-}
-
-void Click(const CWnd& dialog, int id)
-{
-    // Sent, not posted: the display's late news of the focus would come between the two and take the mouse away.
-    const HWND control = GetDlgItem(dialog.m_hWnd, id);
-    SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
-    SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
-    Pump();
-}
-
-INT_PTR RunModal(CDialog& dialog, WPARAM key)
-{
-    static CDialog* open;
-    static MSG typed;
-    open = &dialog;
-    typed = {
-        nullptr, key ? static_cast<UINT>(WM_KEYDOWN) : static_cast<UINT>(WM_SYSCOMMAND), key ? key : SC_CLOSE, 0, 0,
-        {}};
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10,
-                                    [](HWND, UINT, UINT_PTR id, DWORD)
-                                    {
-                                        KillTimer(nullptr, id);
-                                        open->PostMessage(typed.message, typed.wParam);
-                                    });
+    static std::function<void()> post;
+    post = [&] { dialog.PostMessage(message, wParam); };
+    const auto once = [](HWND, UINT, UINT_PTR timer, DWORD)
+    {
+        KillTimer(nullptr, timer);
+        post();
+    };
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, once);
     const INT_PTR result = dialog.DoModal();
     KillTimer(nullptr, timer);
     return result;
-}
-
-std::string TextOf(const CWnd& dialog, int id)
-{
-    char text[512] = "";
-    GetDlgItemTextA(dialog.m_hWnd, id, text, sizeof text);
-    return text;
-}
-
-bool IsShown(const CWnd& dialog, int id)
-{
-    return IsWindowVisible(GetDlgItem(dialog.m_hWnd, id)) != FALSE;
-}
-
-bool IsEnabled(const CWnd& dialog, int id)
-{
-    return IsWindowEnabled(GetDlgItem(dialog.m_hWnd, id)) != FALSE;
 }
 
 std::vector<int> TabOrder(const CWnd& dialog)
@@ -147,67 +125,51 @@ CRect PlaceOf(HWND control, HWND window)
     return rect;
 }
 
-struct Control
+bool TextFits(CWnd& control, bool button, int room, const CRect& area)
 {
-    HWND window;
-    CRect area;
-    bool button, group, marked;
-};
-
-std::vector<Control> VisibleControls(HWND dialog)
-{
-    std::vector<Control> controls;
-    for (HWND window = GetWindow(dialog, GW_CHILD); window; window = GetWindow(window, GW_HWNDNEXT))
-    {
-        char name[32] = "";
-        GetClassNameA(window, name, sizeof name);
-        const bool button = lstrcmpiA(name, "Button") == 0;
-        const LONG type = GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK;
-        if (IsWindowVisible(window))
-            controls.push_back({window, PlaceOf(window, dialog), button, button && type == BS_GROUPBOX,
-                                button && (type == BS_AUTOCHECKBOX || type == BS_AUTORADIOBUTTON)});
-    }
-    return controls;
-}
-
-bool TextFits(const Control& control)
-{
-    CWnd& window = *CWnd::FromHandle(control.window);
     CString text;
-    window.GetWindowText(text);
-    CClientDC context(&window);
-    CFont* const former = context.SelectObject(window.GetFont());
-    CRect needed(0, 0, control.area.Width(), 0);
-    context.DrawText(text, &needed, DT_CALCRECT | (control.button ? DT_SINGLELINE : DT_WORDBREAK));
+    control.GetWindowText(text);
+    CClientDC context(&control);
+    CFont* const former = context.SelectObject(control.GetFont());
+    CRect needed(0, 0, area.Width(), 0);
+    context.DrawText(text, &needed, DT_CALCRECT | (button ? DT_SINGLELINE : DT_WORDBREAK));
     context.SelectObject(former);
-    const int extra = control.marked ? 20 : control.button ? 12 : 0; // the mark; the push button's margins
-    return needed.right + extra <= control.area.Width() && (needed.bottom <= control.area.Height() || control.group);
+    return needed.right + room <= area.Width() && needed.bottom <= area.Height();
 }
 } // namespace
 
 std::vector<std::string> LayoutFaults(const CWnd& dialog, int firstFreeControl, int lastFreeControl)
 {
     std::vector<std::string> faults;
+    std::vector<CRect> areas; // of the controls so far, group boxes aside
     CRect inside, common;
     dialog.GetClientRect(&inside);
     inside.DeflateRect(8, 8);
-    const std::vector<Control> controls = VisibleControls(dialog.m_hWnd);
-    for (const Control& control : controls)
+    for (CWnd* control = dialog.GetWindow(GW_CHILD); control; control = control->GetWindow(GW_HWNDNEXT))
     {
-        const int id = GetDlgCtrlID(control.window);
+        if (!control->IsWindowVisible())
+            continue;
+        const int id = control->GetDlgCtrlID();
+        const CRect area = PlaceOf(control->m_hWnd, dialog.m_hWnd);
+        char kind[32] = "";
+        GetClassNameA(control->m_hWnd, kind, sizeof kind);
+        const bool button = lstrcmpiA(kind, "Button") == 0;
+        const DWORD type = button ? control->GetStyle() & BS_TYPEMASK : BS_PUSHBUTTON;
         const auto report = [&faults, id](bool fault, const char* what)
         {
             if (fault)
                 faults.push_back(std::to_string(id) + " " + what);
         };
-        const CRect& area = control.area;
-        report(!TextFits(control), "is clipped");
+        // The mark; the push button's margins.
+        const int room = type == BS_AUTOCHECKBOX || type == BS_AUTORADIOBUTTON ? 20 : button ? 12 : 0;
+        report(!TextFits(*control, button, room, area), "is clipped");
         report(!UnionRect(&common, &inside, &area) || common != inside, "is too near to the edge of the window");
         report((area.left % 4 || area.top % 4) && (id < firstFreeControl || id > lastFreeControl), "is off the grid");
-        for (const Control& other : controls)
-            report(other.window != control.window && !control.group && !other.group &&
-                       IntersectRect(&common, &area, &other.area),
-                   "overlaps another");
+        if (type == BS_GROUPBOX)
+            continue;
+        for (const CRect& other : areas)
+            report(IntersectRect(&common, &area, &other), "overlaps another");
+        areas.push_back(area);
     }
     return faults;
 }

@@ -30,19 +30,22 @@ private:
 class PlacedFiles
 {
 public:
-    PlacedFiles() = default;
-    ~PlacedFiles() { Clear(); }
+    /// In a folder of this path, with the backslash, that is made for them; without one their names are full paths.
+    explicit PlacedFiles(const std::string& folder = "");
+    ~PlacedFiles();
     PlacedFiles(const PlacedFiles&) = delete;
     PlacedFiles& operator=(const PlacedFiles&) = delete;
 
+    std::string Path(const std::string& name) const { return m_folder + name; }
     /// A copy of a file of the tests' folder, or of the sample product's components in its sub-folder dialogs.
-    void Copy(const std::string& path, const std::string& source);
-    void Write(const std::string& path, const std::string& bytes);
-    void Delete(const std::string& path);
+    void Copy(const std::string& name, const std::string& source);
+    void Write(const std::string& name, const std::string& bytes);
+    void Delete(const std::string& name);
     void Clear();
 
 private:
-    std::vector<std::string> m_paths;
+    std::string m_folder;
+    std::vector<std::string> m_names;
 };
 
 /// Right-to-left windows from now on, until the object is gone.
@@ -55,17 +58,36 @@ public:
 
 /// Handles what waits, as the application's loop does.
 void Pump();
-/// Types a key, or a mnemonic with the Alt key, into the window that has the focus.
-void Type(WPARAM key);
-void TypeMnemonic(char key);
-/// A click on a button as the mouse makes it.
-void Click(const CWnd& dialog, int id);
-/// Runs a modal dialog, in which a key is typed; 0 for the system menu's command that closes it.
-INT_PTR RunModal(CDialog& dialog, WPARAM key);
+/// Types a key into the window that has the focus, or with the message WM_SYSCHAR a mnemonic.
+void Type(WPARAM key, UINT message = WM_KEYDOWN);
+/// Runs a modal dialog that is posted this message.
+INT_PTR RunModal(CDialog& dialog, UINT message, WPARAM wParam);
 
-std::string TextOf(const CWnd& dialog, int id);
-bool IsShown(const CWnd& dialog, int id);
-bool IsEnabled(const CWnd& dialog, int id);
+/// What the user sees of a dialog and does with it.
+template <class Dialog>
+class Driven : public Dialog
+{
+public:
+    /// A click on a button as the mouse makes it. Sent, not posted: the display's late news of the focus would come
+    /// between the two messages and take the mouse away.
+    void Press(int id)
+    {
+        const HWND control = ::GetDlgItem(this->m_hWnd, id);
+        ::SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
+        ::SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
+        Pump();
+    }
+    std::string Text(int id) const
+    {
+        CString text;
+        this->GetDlgItemText(id, text);
+        return std::string(text);
+    }
+    bool Shows(int id) const { return ::IsWindowVisible(::GetDlgItem(this->m_hWnd, id)) != FALSE; }
+    bool Enables(int id) const { return ::IsWindowEnabled(::GetDlgItem(this->m_hWnd, id)) != FALSE; }
+    bool Checked(int id) const { return this->IsDlgButtonChecked(id) == BST_CHECKED; }
+};
+
 /// The identifiers of the controls in the order of the Tab key, beginning with the one that has the focus.
 std::vector<int> TabOrder(const CWnd& dialog);
 /// What is wrong with the layout: texts that do not fit, controls that overlap or leave the window, edges off the grid

@@ -7,13 +7,11 @@
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 
 namespace
 {
 using testing::Contains;
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -52,28 +50,17 @@ std::string TwoHalves(int width, int height, Halves colours)
 class SkinFolder : public PlacedFiles
 {
 public:
-    explicit SkinFolder(const std::string& path) : m_path(path)
-    {
-        std::filesystem::remove_all(path); // a run that was ended may have left it
-        CreateDirectoryA(path.c_str(), nullptr);
-    }
-    ~SkinFolder()
-    {
-        Clear();
-        RemoveDirectoryA(m_path.c_str());
-    }
-
-    std::string Path(const std::string& name) const { return m_path + name; }
+    using PlacedFiles::PlacedFiles;
     /// A library with this preview, or without any.
     void Add(const std::string& name, std::string preview = TwoHalves(40, 20, {Red, Blue}))
     {
-        Copy(Path(name), TestProduct::LibraryName());
+        Copy(name, TestProduct::LibraryName());
         const HANDLE update = BeginUpdateResourceA(Path(name).c_str(), TRUE);
         UpdateResourceA(update, MAKEINTRESOURCEA(preview.empty() ? 10 : 2), MAKEINTRESOURCEA(IDB_JSW_SKIN_PREVIEW), 0,
                         preview.data(), static_cast<DWORD>(preview.size()));
         ASSERT_TRUE(EndUpdateResourceA(update, FALSE)) << name;
     }
-    void AddBroken(const std::string& name) { Write(Path(name), "no library"); }
+    void AddBroken(const std::string& name) { Write(name, "no library"); }
     /// A skin for another processor: the system refuses it as a library, its resources can still be read.
     void AddForeign(const std::string& name)
     {
@@ -83,13 +70,10 @@ public:
         file.seekg(60).read(reinterpret_cast<char*>(&header), sizeof header);
         file.seekp(header + 4).write("\xC4\x01", 2);
     }
-
-private:
-    std::string m_path;
 };
 
 /// The dialog, modeless so that the test goes on.
-class Options : public JSWOptionsDlg
+class Options : public Driven<JSWOptionsDlg>
 {
 public:
     using JSWOptionsDlg::m_bSkinChanged;
@@ -106,14 +90,11 @@ public:
     }
     std::vector<std::string> Skins() const { return {m_astrSkins, m_astrSkins + m_nLastSkin + 1}; }
     std::string Skin() const { return std::string(m_strSkin); }
-    void Press(int id) { Click(*this, id); }
-    bool Checked(int id) const { return IsDlgButtonChecked(id) == BST_CHECKED; }
     int ShowMode() const { return GetCheckedRadioButton(IDC_JSW_ALWAYS_SHOW, IDC_JSW_NEVER_SHOW); }
     /// Which of Previous and Next can be pressed.
     std::string Ways() const
     {
-        return std::string(IsEnabled(*this, IDC_JSW_SKIN_PREVIOUS) ? "<" : "") +
-               (IsEnabled(*this, IDC_JSW_SKIN_NEXT) ? ">" : "");
+        return std::string(Enables(IDC_JSW_SKIN_PREVIOUS) ? "<" : "") + (Enables(IDC_JSW_SKIN_NEXT) ? ">" : "");
     }
     /// The colours in the middle of the preview's place, as the window shows them.
     Halves Preview() const
@@ -164,27 +145,20 @@ UINT WINAPI ScriptedRealize(HDC)
     return g_realized;
 }
 
+const SettingList Settings = {
+    {"IDO_JSWDEFAULTSKINNAMECONVENTION", "dlgt"},       {"IDO_DEFAULT_SOUND", 1ul},
+    {"IDO_JSWALTERNATESKINNAMECONVENTION", "dlgm"},     {"IDO_JSWDEFAULTSKIN", "dlgt1.dll"},
+    {"IDO_JSWALTSKINDIRECTORY", "\\dlgt skins\\"},      {"IDO_JSWSKINEXTENSION", ".dll"},
+    {"IDO_SKIN_URL_OVERRIDE", "http://skins.example/"}, {"IDO_SKIN_SUBURL", "skins"},
+    {"IDO_KEY_NAME_COMPLETETOPRINT_FLAG", "First"},     {"IDO_PSW_HELPFILE", "help.chm"},
+    {"IDO_KEY_NAME_COMPTOPRINT_PPRZB_FLAG", "Second"},  {"IDO_SUPPORT_COMPLETE_A_PRINT", 1ul},
+    {"IDO_RETAILERSPECIFIC_INIFILE_NAME", "dlgt.ini"},  {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
+    {"IDO_RETAILER_SPECIFIC_SECTION_NAME", "Retailer"}, {"IDO_SKIN_DIRECTIVE_KEY_NAME", "HideSkins"}};
+
 class OptionsDialog : public DialogTest
 {
 protected:
-    OptionsDialog()
-        : DialogTest(PRODUCT_PREFIX "jres.dll", {{"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
-                                                 {"IDO_DEFAULTSTRING", "Default"},
-                                                 {"IDO_DEFAULT_SOUND", 1ul},
-                                                 {"IDO_JSWDEFAULTSKIN", "dlgt1.dll"},
-                                                 {"IDO_JSWDEFAULTSKINNAMECONVENTION", "dlgt"},
-                                                 {"IDO_JSWALTERNATESKINNAMECONVENTION", "dlgm"},
-                                                 {"IDO_JSWSKINEXTENSION", ".dll"},
-                                                 {"IDO_JSWALTSKINDIRECTORY", "\\dlgt skins\\"},
-                                                 {"IDO_SKIN_SUBURL", "skins"},
-                                                 {"IDO_SKIN_URL_OVERRIDE", "http://skins.example/"},
-                                                 {"IDO_SUPPORT_COMPLETE_A_PRINT", 1ul},
-                                                 {"IDO_KEY_NAME_COMPLETETOPRINT_FLAG", "First"},
-                                                 {"IDO_KEY_NAME_COMPTOPRINT_PPRZB_FLAG", "Second"},
-                                                 {"IDO_RETAILERSPECIFIC_INIFILE_NAME", "dlgt-shop.ini"},
-                                                 {"IDO_RETAILER_SPECIFIC_SECTION_NAME", "Retailer"},
-                                                 {"IDO_SKIN_DIRECTIVE_KEY_NAME", "HideSkins"},
-                                                 {"IDO_PSW_HELPFILE", "help.chm"}})
+    OptionsDialog() : DialogTest(PRODUCT_PREFIX "jres.dll", Settings)
     {
         m_registry.Claim(HKEY_CURRENT_USER, UserKey);
         g_boxes.clear();
@@ -214,30 +188,24 @@ protected:
 
 TEST_F(OptionsDialog, DefaultsAreWrittenBack)
 {
-    const struct
-    {
-        SettingList settings;
-        DWORD minimized, sound;
-        std::string skin;
-    } cases[] = {
+    const std::tuple<SettingList, DWORD, DWORD, std::string> cases[] = {
         {{}, 0, 1, "dlgt1.dll"},
         {{{"IDO_DEFAULT_JSW_MINIMIZED", 1ul}, {"IDO_DEFAULT_SOUND", 0ul}}, 1, 0, "dlgt1.dll"},
         {{{"IDO_DEFAULT_JSW_MINIMIZED", 2ul}, {"IDO_DEFAULT_SOUND", 2ul}}, 1, 0, "dlgt1.dll"},
-        {{{"IDO_HIDE_SOUND_OPTION", 1ul}, {"IDO_JSWDEFAULTSKIN", ""}}, 0, 0, ""},
-    };
-    for (const auto& test : cases)
+        {{{"IDO_HIDE_SOUND_OPTION", 1ul}, {"IDO_JSWDEFAULTSKIN", ""}}, 0, 0, ""}};
+    for (const auto& [settings, minimized, sound, skin] : cases)
     {
-        SCOPED_TRACE(&test - cases);
-        Product(test.settings);
+        SCOPED_TRACE(testing::Message() << minimized << sound << skin);
+        Product(settings);
         Options dialog(m_skins);
-        EXPECT_EQ(dialog.ShowMode(), test.minimized ? IDC_JSW_SHOW_MINIMIZED : IDC_JSW_ALWAYS_SHOW);
-        EXPECT_EQ(dialog.Checked(IDC_JSW_SOUND), test.sound != 0);
+        EXPECT_EQ(dialog.ShowMode(), minimized ? IDC_JSW_SHOW_MINIMIZED : IDC_JSW_ALWAYS_SHOW);
+        EXPECT_EQ(dialog.Checked(IDC_JSW_SOUND), sound != 0);
         dialog.Press(IDCANCEL);
         EXPECT_EQ(dialog.m_hWnd, nullptr);
-        EXPECT_EQ(Stored("JSW", "Job Progress Minimized"), Number(test.minimized, 8)) << "eight bytes, on purpose";
+        EXPECT_EQ(Stored("JSW", "Job Progress Minimized"), Number(minimized, 8)) << "eight bytes, on purpose";
         EXPECT_EQ(Stored("JSW", "Show Process Window"), Number(1));
-        EXPECT_EQ(Stored("RZB", "Sound"), Number(test.sound));
-        EXPECT_EQ(StoredSkin(), test.skin);
+        EXPECT_EQ(Stored("RZB", "Sound"), Number(sound));
+        EXPECT_EQ(StoredSkin(), skin);
         EXPECT_EQ(Stored("JSW", "JSW Skin Change"), std::nullopt);
         EXPECT_FALSE(RegistryWorld::Exists(HKEY_CURRENT_USER, Key("PSW")));
         Forget();
@@ -248,25 +216,21 @@ TEST_F(OptionsDialog, StoredValuesAreShownAndBadOnesReplaced)
 {
     constexpr int Always = IDC_JSW_ALWAYS_SHOW, Minimized = IDC_JSW_SHOW_MINIMIZED, Never = IDC_JSW_NEVER_SHOW;
     Product({{"IDO_DEFAULT_JSW_MINIMIZED", 1ul}});
-    const struct
+    const std::tuple<std::string, std::string, int, bool> modes[] = {
+        // with the one replaced that is no number
+        {Number(0), Number(1), Always, false},      {Number(0), Number(7), Always, false},
+        {Number(2), Number(0), Never, false},       {Number(1), Number(0), Minimized, false},
+        {Number(0, 8), Number(0), Never, false},    {Number(1, 8), Number(1), Minimized, false},
+        {Number(0, 3), Number(0), Minimized, true}, {Number(0, 9), Number(0), Minimized, true},
+        {Number(0), Number(0, 8), Always, true},    {Number(0), "", Always, true}};
+    for (const auto& [minimized, show, mode, replaced] : modes)
     {
-        std::string minimized, show;
-        int mode;
-        bool replaced = false; // the one that is no number
-    } modes[] = {{Number(0), Number(1), Always},          {Number(0), Number(7), Always},
-                 {Number(2), Number(0), Never},           {Number(1), Number(0), Minimized},
-                 {Number(0, 8), Number(0), Never},        {Number(1, 8), Number(1), Minimized},
-                 {Number(0, 3), Number(0), Minimized, 1}, {Number(0, 9), Number(0), Minimized, 1},
-                 {Number(0), Number(0, 8), Always, 1},    {Number(0), "", Always, 1}};
-    for (const auto& test : modes)
-    {
-        SCOPED_TRACE(&test - modes);
-        Store("JSW", "Job Progress Minimized", test.minimized);
-        Store("JSW", "Show Process Window", test.show);
-        EXPECT_EQ(Options(m_skins).ShowMode(), test.mode);
-        EXPECT_EQ(Stored("JSW", "Job Progress Minimized"),
-                  test.replaced && test.mode == Minimized ? Number(1, 8) : test.minimized);
-        EXPECT_EQ(Stored("JSW", "Show Process Window"), test.replaced && test.mode == Always ? Number(1) : test.show);
+        SCOPED_TRACE(testing::PrintToString(minimized + show));
+        Store("JSW", "Job Progress Minimized", minimized);
+        Store("JSW", "Show Process Window", show);
+        EXPECT_EQ(Options(m_skins).ShowMode(), mode);
+        EXPECT_EQ(Stored("JSW", "Job Progress Minimized"), replaced && mode == Minimized ? Number(1, 8) : minimized);
+        EXPECT_EQ(Stored("JSW", "Show Process Window"), replaced && mode == Always ? Number(1) : show);
     }
     Store("RZB", "Sound", Number(5));
     EXPECT_TRUE(Options(m_skins).Checked(IDC_JSW_SOUND));
@@ -274,21 +238,17 @@ TEST_F(OptionsDialog, StoredValuesAreShownAndBadOnesReplaced)
     EXPECT_TRUE(Options(m_skins).Checked(IDC_JSW_SOUND)) << "the default";
     EXPECT_EQ(Stored("RZB", "Sound"), Number(1));
 
-    const struct
+    const std::tuple<std::string, DWORD, std::string> skins[] = {
+        {std::string(49, 's'), REG_SZ, std::string(49, 's')}, // the system adds a NUL
+        {std::string("my.dll\0rest", 11), REG_BINARY, "my.dll"},
+        {std::string(50, 's'), REG_SZ, "dlgt1.dll"},
+        {std::string(50, 'b'), REG_BINARY, std::string(50, 'b')},
+        {Number(5), REG_DWORD, "dlgt1.dll"}};
+    for (const auto& [bytes, type, skin] : skins)
     {
-        std::string bytes;
-        DWORD type;
-        std::string skin;
-    } skins[] = {{std::string(49, 's'), REG_SZ, std::string(49, 's')}, // the system adds a NUL
-                 {std::string("my.dll\0rest", 11), REG_BINARY, "my.dll"},
-                 {std::string(50, 's'), REG_SZ, "dlgt1.dll"},
-                 {std::string(50, 'b'), REG_BINARY, std::string(50, 'b')},
-                 {Number(5), REG_DWORD, "dlgt1.dll"}};
-    for (const auto& test : skins)
-    {
-        Store("JSW", "JSW Skin", test.bytes, test.type);
-        EXPECT_EQ(Options(m_skins).Skin(), test.skin);
-        EXPECT_EQ(StoredSkin(), test.skin);
+        Store("JSW", "JSW Skin", bytes, type);
+        EXPECT_EQ(Options(m_skins).Skin(), skin);
+        EXPECT_EQ(StoredSkin(), skin);
     }
 }
 
@@ -302,7 +262,7 @@ TEST_F(OptionsDialog, KeysThatMayNotBeUsedLeaveTheDefaults)
     Options dialog(m_skins);
     EXPECT_EQ(dialog.ShowMode(), IDC_JSW_ALWAYS_SHOW);
     EXPECT_TRUE(dialog.Checked(IDC_JSW_SOUND));
-    EXPECT_FALSE(IsEnabled(dialog, IDC_JSW_COLOR_CARTRIDGE)) << "a choice that could not be kept";
+    EXPECT_FALSE(dialog.Enables(IDC_JSW_COLOR_CARTRIDGE)) << "a choice that could not be kept";
     dialog.Press(IDOK);
     EXPECT_EQ(dialog.m_hWnd, nullptr);
 }
@@ -336,65 +296,61 @@ TEST_F(OptionsDialog, OkSavesTheChoices)
 
 TEST_F(OptionsDialog, CartridgeChoiceComesBackAsItWasStored)
 {
-    const std::string none = Number(0), black = Number(1), color = Number(2), asked = Number(1);
-    const struct
+    const std::string none = Number(0), black = Number(1), color = Number(2), asked = Number(1), odd = Number(3),
+                      wide = Number(1, 8);
+    const Bytes missing;
+    // The flags; the boxes they check (color, black; "-" for disabled ones); those pressed before OK; the flags then.
+    const std::tuple<Bytes, Bytes, std::string, std::string, Bytes, Bytes> cases[] = {
+        {missing, missing, "", "", none, none}, {none, none, "", "b", black, asked},
+        {none, none, "", "cb", color, asked},   {black, asked, "b", "", black, asked},
+        {black, asked, "b", "b", none, none},   {black, asked, "b", "c", color, asked},
+        {color, asked, "c", "", color, asked},  {color, asked, "c", "cb", black, asked},
+        {black, none, "", "", none, none},      {color, none, "", "", none, none},
+        {none, asked, "", "c", color, asked},   {black, missing, "b", "", black, asked},
+        {odd, asked, "-", "", odd, asked},      {black, color, "-", "", black, color},
+        {wide, asked, "-", "", wide, asked},    {"", none, "-", "", "", none}};
+    for (const auto& [first, second, shown, pressed, firstAfter, secondAfter] : cases)
     {
-        Bytes first, second;
-        std::string shown;   // the boxes that are checked: color, black; "-" disabled
-        std::string pressed; // those pressed before OK
-        Bytes firstAfter, secondAfter;
-    } cases[] = {
-        {std::nullopt, std::nullopt, "", "", none, none},
-        {none, none, "", "b", black, asked},
-        {none, none, "", "cb", color, asked},
-        {black, asked, "b", "", black, asked},
-        {black, asked, "b", "b", none, none},
-        {black, asked, "b", "c", color, asked},
-        {color, asked, "c", "", color, asked},
-        {color, asked, "c", "cb", black, asked},
-        {black, none, "", "", none, none},
-        {color, none, "", "", none, none},
-        {none, asked, "", "c", color, asked},
-        {black, std::nullopt, "b", "", black, asked},
-        {Number(3), asked, "-", "", Number(3), asked},
-        {black, Number(2), "-", "", black, Number(2)},
-        {Number(1, 8), asked, "-", "", Number(1, 8), asked},
-        {"", none, "-", "", "", none},
-    };
-    for (const auto& test : cases)
-    {
-        SCOPED_TRACE(&test - cases);
+        SCOPED_TRACE(testing::PrintToString(first) + testing::PrintToString(second) + pressed);
         Forget();
-        if (test.first)
-            Store("PSW", "First", *test.first);
-        if (test.second)
-            Store("PSW", "Second", *test.second);
+        if (first)
+            Store("PSW", "First", *first);
+        if (second)
+            Store("PSW", "Second", *second);
         Options dialog(m_skins);
-        std::string shown = IsEnabled(dialog, IDC_JSW_COLOR_CARTRIDGE) ? "" : "-";
-        EXPECT_EQ(IsEnabled(dialog, IDC_JSW_COLOR_CARTRIDGE), IsEnabled(dialog, IDC_JSW_BLACK_CARTRIDGE));
+        std::string boxes;
         for (const auto& [id, letter] : {std::pair{IDC_JSW_COLOR_CARTRIDGE, 'c'}, {IDC_JSW_BLACK_CARTRIDGE, 'b'}})
         {
+            EXPECT_EQ(dialog.Enables(id), shown != "-");
             if (dialog.Checked(id))
-                shown += letter;
-            if (test.pressed.find(letter) != std::string::npos)
+                boxes += letter;
+            if (pressed.find(letter) != std::string::npos)
                 dialog.Press(id);
         }
-        EXPECT_EQ(shown, test.shown);
+        EXPECT_EQ(boxes, shown == "-" ? "" : shown);
         dialog.Press(IDOK);
-        EXPECT_EQ(Stored("PSW", "First"), test.firstAfter);
-        EXPECT_EQ(Stored("PSW", "Second"), test.secondAfter);
+        EXPECT_EQ(Stored("PSW", "First"), firstAfter);
+        EXPECT_EQ(Stored("PSW", "Second"), secondAfter);
     }
     Product({{"IDO_SUPPORT_COMPLETE_A_PRINT", 0ul}});
     Store("PSW", "First", Number(9));
     Options dialog(m_skins);
     for (const int id : {IDC_JSW_CARTRIDGE_LABEL, IDC_JSW_COLOR_CARTRIDGE, IDC_JSW_BLACK_CARTRIDGE})
-        EXPECT_FALSE(IsShown(dialog, id));
+        EXPECT_FALSE(dialog.Shows(id));
     dialog.Press(IDOK);
     EXPECT_EQ(Stored("PSW", "First"), Number(9));
 }
 
 TEST_F(OptionsDialog, SkinsAreFoundInOrderAndBrowsed)
 {
+    {
+        Options dialog(m_skins);
+        for (const WPARAM id : {IDC_JSW_SKIN_PREVIOUS, IDC_JSW_SKIN_NEXT})
+            dialog.SendMessage(WM_COMMAND, id);
+        EXPECT_EQ(dialog.Ways(), "") << "no skin at all";
+        EXPECT_EQ(dialog.Preview(), Halves(m_face, m_face));
+        EXPECT_EQ(dialog.m_bSkinChanged, 0);
+    }
     for (const char* name : {"dlgt1.dll", "dlgt99.dll", "dlgt100.dll", "dlgt2.txt", "dlgt01.dll", "dlgt10.dll"})
         m_skins.Add(name);
     CreateDirectoryA(m_skins.Path("dlgt3.dll").c_str(), nullptr);
@@ -421,80 +377,62 @@ TEST_F(OptionsDialog, SkinsAreFoundInOrderAndBrowsed)
 
 TEST_F(OptionsDialog, TwoHundredSkinsAreAll)
 {
-    std::vector<std::string> tried[2];
     for (int n = 0; n <= 100; ++n)
-        for (const bool added : {false, true})
-        {
-            SkinFolder& folder = added ? m_added : m_skins;
-            const std::string name = (added ? "dlgm" : "dlgt") + std::to_string(n) + ".dll";
-            folder.AddBroken(name);
-            if (n < 100)
-                tried[added].push_back("Skin LoadLibrary Failed: " + folder.Path(name));
-        }
-    tried[0].insert(tried[0].end(), tried[1].begin(), tried[1].end());
+    {
+        m_skins.AddBroken("dlgt" + std::to_string(n) + ".dll");
+        m_added.AddBroken("dlgm" + std::to_string(n) + ".dll");
+    }
     Store("JSW", "JSW Skin", "dlgm5.dll", REG_SZ);
     Options dialog(m_skins);
     EXPECT_EQ(dialog.m_nCurrentSkin, 0) << "only the first hundred are looked at";
     EXPECT_EQ(dialog.Skin(), "dlgm5.dll");
-    while (dialog.Ways() == ">" || dialog.Ways() == "<>")
+    for (int step = 0; step < 210; ++step)
         dialog.SendMessage(WM_COMMAND, IDC_JSW_SKIN_NEXT);
-    dialog.SendMessage(WM_COMMAND, IDC_JSW_SKIN_NEXT);
-    EXPECT_EQ(dialog.m_nCurrentSkin, 199);
-    EXPECT_EQ(g_boxes, tried[0]);
-}
-
-TEST_F(OptionsDialog, NoSkinAtAll)
-{
-    Options dialog(m_skins);
-    EXPECT_THAT(dialog.Skins(), IsEmpty());
-    EXPECT_EQ(dialog.Ways(), "");
-    for (const int id : {IDC_JSW_SKIN_PREVIOUS, IDC_JSW_SKIN_NEXT})
-        dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(id));
-    EXPECT_EQ(dialog.Preview(), Halves(m_face, m_face));
-    dialog.Press(IDOK);
-    EXPECT_EQ(Stored("JSW", "JSW Skin Change"), std::nullopt);
+    EXPECT_EQ(dialog.Ways(), "<");
+    ASSERT_EQ(g_boxes.size(), 200u);
+    for (const auto& [index, path] : {std::pair{0, m_skins.Path("dlgt0.dll")},
+                                      {99, m_skins.Path("dlgt99.dll")},
+                                      {100, m_added.Path("dlgm0.dll")},
+                                      {199, m_added.Path("dlgm99.dll")}})
+        EXPECT_EQ(g_boxes[static_cast<std::size_t>(index)], "Skin LoadLibrary Failed: " + path);
 }
 
 TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
 {
     m_skins.Add("dlgt1.dll");
     m_skins.AddBroken("dlgt2.dll");
-    m_skins.Write(m_skins.Path("dlgt3.dll"), "");
+    m_skins.Write("dlgt3.dll", "");
     m_skins.AddForeign("dlgt4.dll");
     m_skins.Add("dlgt5.dll", "");
     m_skins.Add("dlgt6.dll");
     m_skins.Add("dlgt7.dll", TwoHalves(900, 300, {Blue, Red}));
     Options dialog(m_skins);
-    m_skins.Delete(m_skins.Path("dlgt1.dll")); // nothing holds the skin that is shown
-    const struct
+    m_skins.Delete("dlgt1.dll"); // nothing holds the skin that is shown
+    const std::tuple<std::string, std::string, Halves, bool, std::size_t> steps[] = {
+        {"dlgt1.dll", ">", {Red, Blue}, false, 0},
+        {"dlgt1.dll", "<>", {Red, Blue}, false, 1}, // no library
+        {"dlgt1.dll", "<>", {Red, Blue}, false, 1}, // empty
+        {"dlgt4.dll", "<>", {Red, Blue}, true, 0},  // read as a file
+        {"dlgt5.dll", "<>", {m_face, m_face}, true, 0},
+        {"dlgt5.dll", "<>", {m_face, m_face}, true, 0}, // the next one deleted, and back again
+        {"dlgt6.dll", "<>", {Red, Blue}, true, 0},
+        {"dlgt7.dll", "<", {Blue, Red}, true, 0}}; // made smaller
+    int number = 0;
+    for (const auto& [skin, ways, preview, changed, boxes] : steps)
     {
-        const char *skin, *ways;
-        Halves preview;
-        bool changed, reported;
-        bool deleted = false; // the next skin's file, for this step
-    } steps[] = {{"dlgt1.dll", ">", {Red, Blue}, false, false},
-                 {"dlgt1.dll", "<>", {Red, Blue}, false, true}, // no library
-                 {"dlgt1.dll", "<>", {Red, Blue}, false, true}, // empty
-                 {"dlgt4.dll", "<>", {Red, Blue}, true, false}, // read as a file
-                 {"dlgt5.dll", "<>", {m_face, m_face}, true, false},
-                 {"dlgt5.dll", "<>", {m_face, m_face}, true, false, true},
-                 {"dlgt6.dll", "<>", {Red, Blue}, true, false},
-                 {"dlgt7.dll", "<", {Blue, Red}, true, false}}; // made smaller
-    for (const auto& step : steps)
-    {
-        SCOPED_TRACE(&step - steps);
+        SCOPED_TRACE(++number);
         g_boxes.clear();
-        if (step.deleted)
-            m_skins.Delete(m_skins.Path("dlgt6.dll"));
-        if (&step != steps)
+        if (number == 6)
+            m_skins.Delete("dlgt6.dll");
+        if (number > 1)
             dialog.Press(IDC_JSW_SKIN_NEXT);
-        if (step.deleted)
+        if (number == 6)
             m_skins.Add("dlgt6.dll");
-        EXPECT_EQ(dialog.Skin(), step.skin);
-        EXPECT_EQ(dialog.Ways(), step.ways);
-        EXPECT_EQ(dialog.Preview(), step.preview);
-        EXPECT_EQ(dialog.m_bSkinChanged, step.changed);
-        EXPECT_THAT(g_boxes, testing::SizeIs(step.reported));
+        EXPECT_EQ(dialog.Skin(), skin);
+        EXPECT_EQ(dialog.Ways(), ways);
+        EXPECT_EQ(dialog.Preview(), preview);
+        EXPECT_EQ(dialog.m_bSkinChanged, changed);
+        EXPECT_EQ(g_boxes.size(), boxes);
     }
     const CRect frame = AreaOf(dialog, IDC_JSW_SKIN_LABEL), area = AreaOf(dialog, IDC_JSW_SKIN_PREVIEW);
     const int beside = (area.top - frame.top) * frame.Width() + area.right - frame.left;
@@ -508,74 +446,63 @@ TEST_F(OptionsDialog, UnknownWindowsDirectoryIsTraced)
     m_added.Add("dlgm2.dll");
     TraceWorld trace;
     Product();
-    const struct
-    {
-        const char* remembered;
-        std::vector<UINT> answers; // for the list; for the skin first shown, if it is an added one; for the step
-        int step;
-        std::string record; // and the length
-        int skins = 3;
-    } cases[] = {{"dlgt1.dll", {0}, 0, "OnInitDialog1|0", 1},
-                 {"dlgt1.dll", {300}, 0, "OnInitDialog1|300", 1},
-                 {"dlgt1.dll", {261}, 0, "OnInitDialog1|261", 1},
-                 {"dlgt1.dll", {260}, 0, ""},
-                 {"dlgm1.dll", {Truth, 0}, 0, "OnInitDialog2|0"},
-                 {"dlgt1.dll", {Truth, 0}, IDC_JSW_SKIN_NEXT, "OnNext|0"},
-                 {"dlgm2.dll", {Truth, Truth, 0}, IDC_JSW_SKIN_PREVIOUS, "OnPrevious|0"}};
+    // What is remembered; the answers (for the list, for the skin first shown if it is an added one, for the step); the
+    // step; where the last answer is traced; how many skins there are.
+    const std::tuple<std::string, std::vector<UINT>, int, std::string, std::size_t> cases[] = {
+        {"dlgt1.dll", {0}, 0, "OnInitDialog1", 1},
+        {"dlgt1.dll", {300}, 0, "OnInitDialog1", 1},
+        {"dlgt1.dll", {261}, 0, "OnInitDialog1", 1},
+        {"dlgt1.dll", {260}, 0, "", 3},
+        {"dlgm1.dll", {Truth, 0}, 0, "OnInitDialog2", 3},
+        {"dlgt1.dll", {Truth, 0}, IDC_JSW_SKIN_NEXT, "OnNext", 3},
+        {"dlgm2.dll", {Truth, Truth, 0}, IDC_JSW_SKIN_PREVIOUS, "OnPrevious", 3}};
     const IatPatch patch(LibraryUnderTest(), "GetWindowsDirectoryA", &ScriptedWindowsDirectory);
-    for (const auto& test : cases)
+    for (const auto& [remembered, answers, step, place, skins] : cases)
     {
-        SCOPED_TRACE(test.record);
+        const std::string last = std::to_string(answers.back());
+        SCOPED_TRACE(place + last);
         trace.Clear();
-        Store("JSW", "JSW Skin", test.remembered, REG_SZ);
-        g_windows = test.answers;
+        Store("JSW", "JSW Skin", remembered, REG_SZ);
+        g_windows = answers;
         Options dialog(m_skins);
-        if (test.step)
-            dialog.Press(test.step);
+        if (step)
+            dialog.Press(step);
         EXPECT_THAT(g_windows, IsEmpty());
-        EXPECT_EQ(dialog.Skins().size(), static_cast<std::size_t>(test.skins));
-        EXPECT_EQ(dialog.Skin(), test.remembered) << "stays where it was";
+        EXPECT_EQ(dialog.Skins().size(), skins);
+        EXPECT_EQ(dialog.Skin(), remembered) << "stays where it was";
         std::string found;
         const auto records = trace.Records();
         for (std::size_t i = 0; i + 1 < records.size(); ++i)
-            if (records[i].ends_with(": GetWindowsDirectory failed.\n"))
+            if (records[i].find("GetWindowsDirectory") != std::string::npos)
                 found += records[i] + records[i + 1];
-        const std::size_t bar = test.record.find('|');
-        EXPECT_EQ(found, test.record.empty()
-                             ? ""
-                             : "(char)JSWOptionsDlg::" + test.record.substr(0, bar) +
-                                   ": GetWindowsDirectory failed.\n(DWORD)" + test.record.substr(bar + 1));
+        const std::string text = "(char)JSWOptionsDlg::" + place + ": GetWindowsDirectory failed.\n(DWORD)" + last;
+        EXPECT_EQ(found, place.empty() ? "" : text);
     }
 }
 
 TEST_F(OptionsDialog, SettingsAndRetailerHideTheSkins)
 {
-    const struct
+    const std::tuple<SettingList, std::string, std::string> cases[] = {
+        // directive; last digits of the controls shown
+        {{}, "", "56789"},
+        {{{"IDO_SKIN_URL_OVERRIDE", "1"}}, "", "5678"},
+        {{{"IDO_HIDE_APPEARANCESTYLE_OPTION", 1ul}}, "", ""},
+        {{{"IDO_ONECLICK_INK_ORDER", 1ul}}, "", ""},
+        {{{"IDO_ONECLICK_INK_ORDER", 2ul}}, "", "56789"},
+        {{}, "[Retailer]\r\nHideSkins=1\r\n", ""},
+        {{}, "[Retailer]\r\nHideSkins=0\r\n", "56789"},
+        {{}, "[Retailer]\r\nHideSkins=yes\r\n", "56789"}};
+    for (const auto& [settings, retailer, expected] : cases)
     {
-        SettingList settings;
-        const char* directive; // null: no retailer file
-        const char* shown;     // last digits of the controls' identifiers
-    } cases[] = {{{}, nullptr, "56789"},
-                 {{{"IDO_SKIN_URL_OVERRIDE", "1"}}, nullptr, "5678"},
-                 {{{"IDO_HIDE_APPEARANCESTYLE_OPTION", 1ul}}, nullptr, ""},
-                 {{{"IDO_ONECLICK_INK_ORDER", 1ul}}, nullptr, ""},
-                 {{{"IDO_ONECLICK_INK_ORDER", 2ul}}, nullptr, "56789"},
-                 {{}, "1", ""},
-                 {{}, "0", "56789"},
-                 {{}, "yes", "56789"}};
-    for (const auto& test : cases)
-    {
-        SCOPED_TRACE(&test - cases);
-        Product(test.settings);
+        SCOPED_TRACE(retailer + expected);
+        Product(settings);
         PlacedFiles files;
-        if (test.directive)
-            files.Write(std::string(Driver) + "dlgt-shop.ini",
-                        std::string("[Retailer]\r\nHideSkins=") + test.directive);
+        files.Write(std::string(Driver) + "dlgt.ini", retailer);
         const Options dialog(m_skins);
         std::string shown;
         for (int id = IDC_JSW_SKIN_LABEL; id <= IDC_JSW_SKIN_LINK; ++id)
-            shown += IsShown(dialog, id) ? std::to_string(id % 10) : "";
-        EXPECT_EQ(shown, test.shown);
+            shown += dialog.Shows(id) ? std::to_string(id % 10) : "";
+        EXPECT_EQ(shown, expected);
     }
 }
 
@@ -587,20 +514,20 @@ TEST_F(OptionsDialog, TextsAndPlaceFollowTheHost)
         const Options dialog(m_skins);
         dialog.GetWindowText(caption);
         EXPECT_EQ(caption, Printer);
-        EXPECT_EQ(TextOf(dialog, IDC_JSW_WARNING), "Warnings are always shown.");
-        EXPECT_EQ(TextOf(dialog, IDC_JSW_SKIN_LINK), "More skins online");
+        EXPECT_EQ(dialog.Text(IDC_JSW_WARNING), "Warnings are always shown.");
+        EXPECT_EQ(dialog.Text(IDC_JSW_SKIN_LINK), "More skins online");
         EXPECT_FALSE(dialog.GetExStyle() & WS_EX_TOPMOST);
     }
     Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", 1ul}});
     caption = "Window options";
     CRect place(40, 60, 41, 61), outside(5000, -300, 5001, -299);
-    const Options dialog(m_skins, &caption, JSWOptionsDlg::StayOnTop, &place);
+    Options dialog(m_skins, &caption, JSWOptionsDlg::StayOnTop, &place);
     dialog.GetWindowRect(&window);
     EXPECT_EQ(window.TopLeft(), CPoint(40, 60));
     dialog.GetWindowText(caption);
     EXPECT_EQ(caption, "Window options");
     EXPECT_TRUE(dialog.GetExStyle() & WS_EX_TOPMOST);
-    EXPECT_EQ(TextOf(dialog, IDC_JSW_WARNING), "Warnings, such as ink running low, are always shown.");
+    EXPECT_EQ(dialog.Text(IDC_JSW_WARNING), "Warnings, such as ink running low, are always shown.");
     const Options other(m_skins, nullptr, 0, &outside);
     other.GetWindowRect(&window);
     EXPECT_EQ(window.top, 0);
@@ -609,27 +536,29 @@ TEST_F(OptionsDialog, TextsAndPlaceFollowTheHost)
 
 TEST_F(OptionsDialog, EveryWayOfClosingPutsTheResourceHandleBack)
 {
-    void (*const ways[])(Options&) = {
-        [](Options& dialog) { dialog.Press(IDOK); },
-        [](Options& dialog) { dialog.Press(IDCANCEL); },
-        [](Options& dialog) { dialog.SendMessage(WM_CLOSE); },
-        [](Options& dialog) { dialog.SendMessage(WM_SYSCOMMAND, SC_CLOSE); },
-        [](Options&) { Type(VK_ESCAPE); },
-        [](Options&) { Type(VK_RETURN); },
-        [](Options& dialog) { dialog.DestroyWindow(); },
-    };
-    for (const auto& close : ways)
+    const std::pair<UINT, WPARAM> ways[] = {{WM_COMMAND, IDOK},      {WM_COMMAND, IDCANCEL},
+                                            {WM_CLOSE, 0},           {WM_KEYDOWN, VK_ESCAPE},
+                                            {WM_KEYDOWN, VK_RETURN}, {WM_SYSCOMMAND, SC_CLOSE}};
+    for (const auto& [message, wParam] : ways)
     {
-        SCOPED_TRACE(&close - ways);
+        SCOPED_TRACE(testing::Message() << message << " " << wParam);
         Options dialog(m_skins);
         AfxSetResourceHandle(m_host);
-        close(dialog);
+        dialog.PostMessage(message, wParam);
+        Pump();
         EXPECT_EQ(dialog.m_hWnd, nullptr);
         EXPECT_EQ(AfxGetResourceHandle(), m_library);
+        dialog.InitModal(Printer, m_skins.Path("").c_str());
+        EXPECT_EQ(RunModal(dialog, message, wParam), 1) << "hosts do not tell OK from Cancel";
+        EXPECT_EQ(AfxGetResourceHandle(), m_library);
     }
+    for (const bool destroyed : {true, false})
     {
-        const Options dialog(m_skins);
+        Options dialog(m_skins);
         AfxSetResourceHandle(m_host);
+        if (destroyed)
+            dialog.DestroyWindow();
+        EXPECT_EQ(AfxGetResourceHandle(), destroyed ? m_library : m_host);
     }
     EXPECT_EQ(AfxGetResourceHandle(), m_library) << "the object destroyed";
 
@@ -644,26 +573,11 @@ TEST_F(OptionsDialog, EveryWayOfClosingPutsTheResourceHandleBack)
     EXPECT_EQ(AfxGetResourceHandle(), m_library);
     second.Press(IDCANCEL);
     EXPECT_EQ(AfxGetResourceHandle(), copy);
+    AfxSetResourceHandle(m_host);
+    second.InitModal(Printer, "");
+    EXPECT_EQ(second.DoModal(), -1) << "no template";
     AfxSetResourceHandle(m_library);
     FreeLibrary(copy);
-}
-
-TEST_F(OptionsDialog, ModalDialogsEndWith1HoweverTheyAreClosed)
-{
-    const auto run = [this](WPARAM key)
-    {
-        JSWOptionsDlg dialog;
-        dialog.InitModal(Printer, m_skins.Path("").c_str());
-        return RunModal(dialog, key);
-    };
-    for (const int key : {VK_RETURN, VK_ESCAPE, 0})
-    {
-        EXPECT_EQ(run(static_cast<WPARAM>(key)), 1);
-        EXPECT_EQ(AfxGetResourceHandle(), m_library);
-    }
-    AfxSetResourceHandle(m_host);
-    EXPECT_EQ(run(0), -1) << "no template";
-    AfxSetResourceHandle(m_library);
 }
 
 TEST_F(OptionsDialog, GoesWithItsOwner)
@@ -682,11 +596,12 @@ TEST_F(OptionsDialog, GoesWithItsOwner)
     EXPECT_EQ(AfxGetResourceHandle(), m_library);
 }
 
-TEST_F(OptionsDialog, HelpTopicsOfTheControls)
+TEST_F(OptionsDialog, ControlsLeadToHelpAndToTheSkinPage)
 {
     TraceWorld trace;
     LaunchCalls calls;
     calls.pretend = true;
+    calls.shellResult = 33;
     Product();
     Options dialog(m_skins);
     const std::pair<int, int> topics[] = {{8030, 302}, {8031, 303}, {8032, 301}, {8034, 304},
@@ -696,30 +611,18 @@ TEST_F(OptionsDialog, HelpTopicsOfTheControls)
         {
             SCOPED_TRACE(id);
             trace.Clear();
+            const HWND control = GetDlgItem(dialog.m_hWnd, id);
             CRect rect;
-            dialog.GetDlgItem(id)->GetWindowRect(&rect);
-            HELPINFO info = {sizeof info, HELPINFO_WINDOW, id, GetDlgItem(dialog.m_hWnd, id), 0, {rect.left, rect.top}};
+            ::GetWindowRect(control, &rect);
+            HELPINFO info = {sizeof info, HELPINFO_WINDOW, id, control, 0, {rect.left, rect.top}};
             if (menu)
                 dialog.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(dialog.m_hWnd),
                                    MAKELPARAM(rect.left + 4, rect.top + 4));
             else
                 dialog.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
-            std::vector<std::string> started;
-            for (const std::string& record : trace.Records())
-                if (record.find("hh.exe  ") != std::string::npos)
-                    started.push_back(record);
-            EXPECT_EQ(started.empty(), topic == 0);
-            EXPECT_THAT(started, Each("(char)C:\\windows\\hh.exe  -mapid " + std::to_string(topic) + " help.chm"));
+            const std::string command = "C:\\windows\\hh.exe  -mapid " + std::to_string(topic) + " help.chm\n";
+            EXPECT_EQ(trace.Log().find(topic ? command : "hh.exe") != std::string::npos, topic != 0);
         }
-}
-
-TEST_F(OptionsDialog, LinkLeadsToTheSkinPage)
-{
-    TraceWorld trace;
-    LaunchCalls calls;
-    calls.shellResult = 33;
-    Product();
-    Options dialog(m_skins);
     dialog.Init(std::string(400, 'p').c_str());
     dialog.Press(IDC_JSW_SKIN_LINK); // on its picture
     EXPECT_THAT(trace.Records(), Contains("(char)http://skins.example/"));
@@ -738,33 +641,24 @@ TEST_F(OptionsDialog, PreviewIsMirroredWithTheDialogInItsOwnColours)
     const IatPatch drawing(LibraryUnderTest(), "SelectPalette", &RecordPalette);
     const IatPatch answering(framework, "SelectPalette", &RecordPalette);
     const IatPatch realizing(framework, "RealizePalette", &ScriptedRealize);
-    const auto realized = [&dialog](UINT message, WPARAM wParam)
+    const auto self = reinterpret_cast<WPARAM>(dialog.m_hWnd), other = reinterpret_cast<WPARAM>(GetDesktopWindow());
+    CClientDC context(&dialog);
+    const auto surface = reinterpret_cast<WPARAM>(context.m_hDC);
+    // The message; how many colours its palette moves; how often a palette is selected; the answer; what is repainted.
+    const std::tuple<UINT, WPARAM, UINT, std::size_t, LRESULT, BOOL> cases[] = {
+        {WM_QUERYNEWPALETTE, 0, 3, 1, TRUE, TRUE},           {WM_QUERYNEWPALETTE, 0, 0, 1, FALSE, FALSE},
+        {WM_QUERYNEWPALETTE, 0, GDI_ERROR, 1, FALSE, FALSE}, {WM_PALETTECHANGED, other, 3, 1, FALSE, TRUE},
+        {WM_PALETTECHANGED, self, 3, 0, FALSE, FALSE},       {WM_ERASEBKGND, surface, 0, 3, TRUE, FALSE}};
+    for (const auto& [message, wParam, moved, selections, answer, repainted] : cases)
     {
+        SCOPED_TRACE(testing::Message() << message << ", " << moved << " moved");
+        g_realized = moved;
         g_palettes.clear();
         dialog.ValidateRect(nullptr);
-        const LRESULT result = dialog.SendMessage(message, wParam);
-        EXPECT_THAT(g_palettes, Each(Halves(Red, Blue)));
-        return std::make_tuple(g_palettes.empty(), result != 0, dialog.GetUpdateRect(nullptr) != FALSE);
-    };
-    const auto self = reinterpret_cast<WPARAM>(dialog.m_hWnd), other = reinterpret_cast<WPARAM>(GetDesktopWindow());
-    const struct
-    {
-        UINT moved, message;
-        WPARAM window;
-        bool ignored, result, repainted;
-    } cases[] = {{3, WM_QUERYNEWPALETTE, 0, false, true, true},
-                 {0, WM_QUERYNEWPALETTE, 0, false, false, false},
-                 {GDI_ERROR, WM_QUERYNEWPALETTE, 0, false, false, false},
-                 {3, WM_PALETTECHANGED, other, false, false, true},
-                 {3, WM_PALETTECHANGED, self, true, false, false}};
-    for (const auto& test : cases)
-    {
-        SCOPED_TRACE(&test - cases);
-        g_realized = test.moved;
-        EXPECT_EQ(realized(test.message, test.window), std::make_tuple(test.ignored, test.result, test.repainted));
+        EXPECT_EQ(dialog.SendMessage(message, wParam), answer);
+        EXPECT_EQ(dialog.GetUpdateRect(nullptr), repainted);
+        EXPECT_EQ(g_palettes, std::vector(selections, Halves(Red, Blue)));
     }
-    CClientDC context(&dialog);
-    EXPECT_EQ(realized(WM_ERASEBKGND, reinterpret_cast<WPARAM>(context.m_hDC)), std::make_tuple(false, true, false));
 }
 
 TEST_F(OptionsDialog, LinkIsDrawnByTheDialog)
@@ -804,17 +698,17 @@ TEST_F(OptionsDialog, KeysWork)
                             IDC_JSW_SKIN_PREVIOUS, IDC_JSW_SKIN_NEXT, IDC_JSW_SKIN_LINK, IDOK, IDCANCEL));
     Type(VK_DOWN);
     EXPECT_EQ(dialog.ShowMode(), IDC_JSW_SHOW_MINIMIZED);
-    TypeMnemonic('n');
+    Type('n', WM_SYSCHAR);
     EXPECT_EQ(dialog.ShowMode(), IDC_JSW_NEVER_SHOW);
-    TypeMnemonic('c');
+    Type('c', WM_SYSCHAR);
     EXPECT_TRUE(dialog.Checked(IDC_JSW_COLOR_CARTRIDGE));
     // A button that is disabled under the focus hands it on.
     dialog.GetDlgItem(IDC_JSW_SKIN_NEXT)->SetFocus();
-    TypeMnemonic('x');
+    Type('x', WM_SYSCHAR);
     EXPECT_EQ(dialog.Skin(), "dlgt3.dll");
     EXPECT_EQ(GetDlgCtrlID(GetFocus()), IDC_JSW_SKIN_PREVIOUS);
-    TypeMnemonic('p');
-    TypeMnemonic('p');
+    Type('p', WM_SYSCHAR);
+    Type('p', WM_SYSCHAR);
     EXPECT_EQ(dialog.Skin(), "dlgt1.dll");
     EXPECT_EQ(GetDlgCtrlID(GetFocus()), IDC_JSW_SKIN_NEXT);
 }
@@ -834,6 +728,6 @@ TEST_F(OptionsDialog, LeavesNothingBehind)
             dialog.RedrawWindow();
             dialog.SendMessage(WM_COMMAND, number % 2 ? IDOK : IDCANCEL);
             dialog.InitModal(Printer, m_skins.Path("").c_str());
-            RunModal(dialog, number % 2 ? VK_RETURN : VK_ESCAPE);
+            RunModal(dialog, WM_COMMAND, number % 2 ? IDOK : IDCANCEL);
         });
 }

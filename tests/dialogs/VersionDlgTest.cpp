@@ -18,10 +18,11 @@ using testing::StartsWith;
 const std::string System = "C:\\windows\\system32\\";
 const std::string Driver = System + "spool\\drivers\\x64\\3\\";
 const std::string Processors = System + "spool\\prtprocs\\x64\\";
+constexpr char Library[] = PRODUCT_PREFIX "util.dll";
 constexpr int Windows98 = 5; // CRegistry::OSVersion
 
 /// The dialog, modeless so that the test goes on.
-class Version : public VersionDlg
+class Version : public Driven<VersionDlg>
 {
 public:
     using VersionDlg::GetFileVersion;
@@ -44,32 +45,21 @@ HINSTANCE WINAPI RecordOpening(HWND, LPCSTR verb, LPCSTR file, LPCSTR arguments,
     return reinterpret_cast<HINSTANCE>(33);
 }
 
+const SettingList Settings = {{"IDO_PRODVER", "dlgt-ver.ini"},        {"IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", 1ul},
+                              {"IDO_PRODVERKEYNAME", "Version"},      {"IDO_PRODVERSECTION", "Driver"},
+                              {"IDO_DEFAULTSTRING", "Default"},       {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
+                              {"IDO_UTILITIES_DLL", "dlgt-util.exe"}, {"IDO_UTIL_DLL", Library},
+                              {"IDO_FILEPD_9X", "dlgt-pd.drv"},       {"IDO_PRTPROCSPATH", "\\spool\\prtprocs\\x64\\"},
+                              {"IDO_FILEPP_9X", "dlgt-pp9x.dll"},     {"IDO_FILEPP_NT", "dlgt-pp.dll"},
+                              {"IDO_FILEPSWX", "dlgt-psw.exe"},       {"IDO_CORE_NT", "dlgt-core.dll"},
+                              {"IDO_FILELCS", "dlgt-lcs.exe"},        {"IDO_CORE_9X", "dlgt-co9x.dll"},
+                              {"IDO_LEGALNOTICEFILE", "legal.txt"},   {"IDO_VERSIONDLGLEGALWARRANTYBUTTON", 1ul},
+                              {"IDO_WEBUPDATE_EXE", "dlgt-web.exe"},  {"IDO_SUPPORT_WEBUPDATE", 1ul}};
+
 class VersionDialog : public DialogTest
 {
 protected:
-    VersionDialog()
-        : DialogTest(PRODUCT_PREFIX "vres.dll", {{"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
-                                                 {"IDO_DEFAULTSTRING", "Default"},
-                                                 {"IDO_UTILITIES_DLL", "dlgt-util.exe"},
-                                                 {"IDO_UTIL_DLL", PRODUCT_PREFIX "util.dll"},
-                                                 {"IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", 1ul},
-                                                 {"IDO_PRODVER", "dlgt-ver.ini"},
-                                                 {"IDO_PRODVERSECTION", "Driver"},
-                                                 {"IDO_PRODVERKEYNAME", "Version"},
-                                                 {"IDO_PRTPROCSPATH", "\\spool\\prtprocs\\x64\\"},
-                                                 {"IDO_FILEPD_9X", "dlgt-pd.drv"},
-                                                 {"IDO_FILEPP_9X", "dlgt-pp9x.dll"},
-                                                 {"IDO_FILEPP_NT", "dlgt-pp.dll"},
-                                                 {"IDO_FILEPSWX", "dlgt-psw.exe"},
-                                                 {"IDO_FILELCS", "dlgt-lcs.exe"},
-                                                 {"IDO_CORE_9X", "dlgt-co9x.dll"},
-                                                 {"IDO_CORE_NT", "dlgt-core.dll"},
-                                                 {"IDO_VERSIONDLGLEGALWARRANTYBUTTON", 1ul},
-                                                 {"IDO_LEGALNOTICEFILE", "legal.txt"},
-                                                 {"IDO_SUPPORT_WEBUPDATE", 1ul},
-                                                 {"IDO_WEBUPDATE_EXE", "dlgt-web.exe"}})
-    {
-    }
+    VersionDialog() : DialogTest(PRODUCT_PREFIX "vres.dll", Settings) {}
     void Place(const std::string& path, const std::string& component)
     {
         m_files.Copy(path, "dialogs\\" PRODUCT_PREFIX + component);
@@ -91,22 +81,18 @@ protected:
 TEST_F(VersionDialog, ShowsTheDriversVersionOrElseTheFiles)
 {
     PlaceComponents();
-    const struct
+    const std::tuple<unsigned long, std::string, std::string> cases[] = {
+        {1, "[Driver]\r\nVersion=9.8.7\r\n", "9.8.7"},     {0, "[Driver]\r\nVersion=9.8.7\r\n", "1.0.2.0"},
+        {1, "[Driver]\r\nVersion=Default\r\n", "1.0.2.0"}, {1, "[Driver]\r\nOther=1\r\n", "1.0.2.0"},
+        {1, "[Driver]\r\nVersion=\r\n", "1.0.2.0"},        {1, "", "1.0.2.0"}}; // without a file
+    for (const auto& [fromFile, ini, shown] : cases)
     {
-        unsigned long fromFile;
-        const char* ini; // null: no file
-        const char* shown;
-    } cases[] = {{1, "[Driver]\r\nVersion=9.8.7\r\n", "9.8.7"},     {0, "[Driver]\r\nVersion=9.8.7\r\n", "1.0.2.0"},
-                 {1, "[Driver]\r\nVersion=Default\r\n", "1.0.2.0"}, {1, "[Driver]\r\nOther=1\r\n", "1.0.2.0"},
-                 {1, "[Driver]\r\nVersion=\r\n", "1.0.2.0"},        {1, nullptr, "1.0.2.0"}};
-    for (const auto& test : cases)
-    {
-        SCOPED_TRACE(&test - cases);
-        Product({{"IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", test.fromFile}});
+        SCOPED_TRACE(ini);
+        Product({{"IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", fromFile}});
         PlacedFiles files;
-        if (test.ini)
-            files.Write(Driver + "dlgt-ver.ini", test.ini);
-        EXPECT_EQ(TextOf(Version(), IDC_VERSION_PRODUCT), test.shown);
+        if (!ini.empty())
+            files.Write(Driver + "dlgt-ver.ini", ini);
+        EXPECT_EQ(Version().Text(IDC_VERSION_PRODUCT), shown);
     }
 }
 
@@ -117,7 +103,7 @@ TEST_F(VersionDialog, RowsShowTheFilesWhereTheyBelong)
     {
         const Version dialog;
         for (int row = 0; row < 6; ++row)
-            EXPECT_EQ(TextOf(dialog, IDC_VERSION_ROW_VALUE + row), versions[row]);
+            EXPECT_EQ(dialog.Text(IDC_VERSION_ROW_VALUE + row), versions[row]);
     }
     m_files.Clear();
     for (const std::string& folder : {System, Driver, Processors})
@@ -137,14 +123,14 @@ TEST_F(VersionDialog, RowsOfThe9xFamilyAreInTheSystemDirectory)
     const FakeVersion windows(Windows98);
     const Version dialog;
     EXPECT_THAT(dialog.Rows(), ElementsAre("1.4.0.7", "2.1.0.3", "1.4.0.5", "3.0.1.12", "1.0.2.0", "1.4.0.5"));
-    EXPECT_EQ(TextOf(dialog, IDC_VERSION_PRODUCT), "9.8.7");
-    EXPECT_EQ(TextOf(dialog, IDC_VERSION_NOTICE), "This software is protected by copyright.") << "the template's own";
+    EXPECT_EQ(dialog.Text(IDC_VERSION_PRODUCT), "9.8.7");
+    EXPECT_EQ(dialog.Text(IDC_VERSION_NOTICE), "This software is protected by copyright.") << "the template's own";
 }
 
 TEST_F(VersionDialog, FilesWithoutAVersionShowAsUnknown)
 {
     Version dialog;
-    EXPECT_EQ(TextOf(dialog, IDC_VERSION_PRODUCT), "Unknown");
+    EXPECT_EQ(dialog.Text(IDC_VERSION_PRODUCT), "Unknown");
     m_files.Write(Driver + "dlgt-text.dll", "no library");
     for (const CString& name : {CString("dlgt-text.dll"), CString(), CString('x', 300)})
         EXPECT_EQ(dialog.GetFileVersion(name), "Unknown");
@@ -187,25 +173,25 @@ TEST_F(VersionDialog, TracesWhatItReads)
 
 TEST_F(VersionDialog, DetailsOpenAndClose)
 {
-    const Version dialog;
+    Version dialog;
     const auto state = [&dialog]
     {
         int shown = 0;
         for (int row = 0; row < 6; ++row)
-            shown += IsShown(dialog, IDC_VERSION_ROW_LABEL + row) + IsShown(dialog, IDC_VERSION_ROW_VALUE + row);
+            shown += dialog.Shows(IDC_VERSION_ROW_LABEL + row) + dialog.Shows(IDC_VERSION_ROW_VALUE + row);
         CRect window;
         dialog.GetWindowRect(&window);
-        return std::make_tuple(shown, TextOf(dialog, IDC_VERSION_DETAILS), window.Height());
+        return std::make_tuple(shown, dialog.Text(IDC_VERSION_DETAILS), window.Height());
     };
     const auto closed = state();
     EXPECT_EQ(closed, std::make_tuple(0, std::string("&Details >>"), std::get<2>(closed)));
     for (int round = 0; round < 2; ++round)
     {
-        Click(dialog, IDC_VERSION_DETAILS);
+        dialog.Press(IDC_VERSION_DETAILS);
         const auto opened = state();
         EXPECT_EQ(opened, std::make_tuple(12, std::string("<< &Details"), std::get<2>(opened)));
         EXPECT_GT(std::get<2>(opened), std::get<2>(closed) + 100);
-        Click(dialog, IDC_VERSION_DETAILS);
+        dialog.Press(IDC_VERSION_DETAILS);
         EXPECT_EQ(state(), closed);
     }
 }
@@ -220,13 +206,12 @@ TEST_F(VersionDialog, SettingsChooseTextsAndButtons)
                      {"IDO_VERSIONDLGLEGALWARRANTYBUTTON", 0ul},
                      {"IDO_SUPPORT_WEBUPDATE", 0ul}});
         const Version dialog;
-        EXPECT_EQ(TextOf(dialog, IDC_VERSION_LABEL),
-                  plain ? "Printer software" : "Printer software, enterprise edition");
-        EXPECT_THAT(TextOf(dialog, IDC_VERSION_NOTICE), StartsWith("Portions"));
+        EXPECT_EQ(dialog.Text(IDC_VERSION_LABEL), plain ? "Printer software" : "Printer software, enterprise edition");
+        EXPECT_THAT(dialog.Text(IDC_VERSION_NOTICE), StartsWith("Portions"));
         for (const int id : {IDC_VERSION_LEGAL, IDC_VERSION_UPDATE, IDC_VERSION_UPDATE_LABEL})
         {
-            EXPECT_EQ(IsShown(dialog, id), plain) << id;
-            EXPECT_EQ(IsEnabled(dialog, id), plain || id == IDC_VERSION_LEGAL) << id;
+            EXPECT_EQ(dialog.Shows(id), plain) << id;
+            EXPECT_EQ(dialog.Enables(id), plain || id == IDC_VERSION_LEGAL) << id;
         }
     }
 }
@@ -243,7 +228,7 @@ TEST_F(VersionDialog, LegalNoticeOpensBesideTheLibrary)
     {
         Product(settings);
         g_opened.clear();
-        Click(Version(), IDC_VERSION_LEGAL);
+        Version().Press(IDC_VERSION_LEGAL);
         EXPECT_EQ(g_opened, opened);
     }
 }
@@ -252,13 +237,13 @@ TEST_F(VersionDialog, WebUpdateStartsTheProgramAndRecordsIt)
 {
     const TraceWorld trace;
     Product();
-    const Version dialog;
-    Click(dialog, IDC_VERSION_UPDATE); // nothing is there: nothing is said
+    Version dialog;
+    dialog.Press(IDC_VERSION_UPDATE); // nothing is there: nothing is said
     EXPECT_THAT(trace.Records(), testing::Contains("(char)ActivityTracker::WriteData(4101, 1, 1, )"));
     const auto started = [&dialog](const std::string& folder)
     {
         const RecordingProgram program(folder + "dlgt-web.exe");
-        return program.Recorded([&dialog] { Click(dialog, IDC_VERSION_UPDATE); });
+        return program.Recorded([&dialog] { dialog.Press(IDC_VERSION_UPDATE); });
     };
     const ProgramStart start = started(Driver);
     EXPECT_EQ(start.commandLine, Driver + "dlgt-web.exe /check /printer=Larkmoor400");
@@ -272,13 +257,13 @@ TEST_F(VersionDialog, KeysWork)
     {
         const Version dialog;
         EXPECT_THAT(TabOrder(dialog), ElementsAre(IDOK, IDC_VERSION_UPDATE, IDC_VERSION_DETAILS, IDC_VERSION_LEGAL));
-        TypeMnemonic('d');
-        EXPECT_TRUE(IsShown(dialog, IDC_VERSION_ROW_VALUE));
+        Type('d', WM_SYSCHAR);
+        EXPECT_TRUE(dialog.Shows(IDC_VERSION_ROW_VALUE));
     }
     for (const auto& [key, result] : {std::pair{VK_ESCAPE, IDCANCEL}, std::pair{VK_RETURN, IDOK}})
     {
         VersionDlg dialog;
-        EXPECT_EQ(RunModal(dialog, static_cast<WPARAM>(key)), result);
+        EXPECT_EQ(RunModal(dialog, WM_KEYDOWN, static_cast<WPARAM>(key)), result);
     }
 }
 
@@ -288,12 +273,12 @@ TEST_F(VersionDialog, IsLaidOutWell)
     for (const bool mirrored : {false, true})
     {
         const RightToLeft layout(mirrored);
-        const Version dialog;
+        Version dialog;
         for (const bool details : {false, true})
         {
             SCOPED_TRACE(testing::Message() << "mirrored " << mirrored << ", details " << details);
             if (details)
-                Click(dialog, IDC_VERSION_DETAILS);
+                dialog.Press(IDC_VERSION_DETAILS);
             // The rows follow each other at equal distances, which no grid of the font's units allows.
             EXPECT_THAT(LayoutFaults(dialog, IDC_VERSION_ROW_LABEL, IDC_VERSION_ROW_VALUE + 5), IsEmpty());
         }
@@ -326,35 +311,29 @@ TEST_F(VersionDialog, LeavesNothingBehind)
         [](int number)
         {
             Version dialog;
-            Click(dialog, IDC_VERSION_DETAILS);
+            dialog.Press(IDC_VERSION_DETAILS);
             if (number % 2)
             {
                 dialog.DestroyWindow();
-                RunModal(dialog, VK_ESCAPE);
+                RunModal(dialog, WM_CLOSE, 0);
             }
         });
 }
 
-TEST_F(VersionDialog, LeavesTheHostsResourceHandleAlone)
+TEST_F(VersionDialog, GoesWithItsOwnerAndLeavesTheResourceHandleAlone)
 {
     const HINSTANCE host = GetModuleHandleA(nullptr);
+    CWnd owner;
+    owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
     {
-        Version dialog;
+        VersionDlg dialog(&owner);
+        ASSERT_TRUE(dialog.Create(IDD_VERSION, &owner));
+        owner.DestroyWindow();
+        EXPECT_EQ(dialog.m_hWnd, nullptr);
+        ASSERT_TRUE(dialog.Create(IDD_VERSION)) << "and can be opened again";
         dialog.DestroyWindow();
         AfxSetResourceHandle(host);
     }
     EXPECT_EQ(AfxGetResourceHandle(), host) << "the settings objects put back what was current at their last look-up";
     AfxSetResourceHandle(m_library);
-}
-
-TEST_F(VersionDialog, GoesWithItsOwner)
-{
-    CWnd owner;
-    owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
-    VersionDlg dialog(&owner);
-    ASSERT_TRUE(dialog.Create(IDD_VERSION, &owner));
-    owner.DestroyWindow();
-    EXPECT_EQ(dialog.m_hWnd, nullptr);
-    Product();
-    ASSERT_TRUE(dialog.Create(IDD_VERSION)) << "and can be opened again";
 }
