@@ -4,6 +4,7 @@
 #include "controls/COwnButton.h"
 #include "support/GdiObjects.h"
 #include "support/IatPatch.h"
+#include "support/Screen.h"
 #include "support/TestProduct.h"
 #include <gtest/gtest.h>
 #include <functional>
@@ -139,13 +140,7 @@ protected:
                 return {"?NHPD"[id]};
         return "?";
     }
-    static COLORREF OnScreen(int x, int y)
-    {
-        const HDC context = GetDC(nullptr);
-        const COLORREF colour = GetPixel(context, 50 + x, 60 + y);
-        ReleaseDC(nullptr, context);
-        return colour;
-    }
+    static COLORREF OnScreen(int x, int y) { return ShownPixel(nullptr, {50 + x, 60 + y}); }
     static bool IsPaperAt(int x, int y)
     {
         return Until([&] { return OnScreen(x, y) == Paper; });
@@ -444,23 +439,20 @@ TEST_F(Buttons, AnswerRealMouseAndKeyboard)
 TEST_F(Buttons, LeaveNoObjectBehind)
 {
     Surface surface(200, 80, 1);
-    const auto rounds = [&](int count)
-    {
-        for (int i = 0; i < count; ++i)
+    ExpectNothingLeftBehind(
+        1000,
+        [&](int round)
         {
-            if (i % 2)
+            if (round % 2)
                 m_button.Initialize(Normal, Hover, Pressed, Green, 0);
             else
                 m_button.InitializeNoStretch(Normal, Green);
             m_button.SetDisabledBitmap(Disabled, Green);
-            m_button.SetTextSize(8 + i % 3);
+            m_button.SetTextSize(8 + round % 3);
             Draw(surface);
             CGUIButton other;
-        }
-        return CountGdiObjects();
-    };
-    const int early = rounds(12);
-    EXPECT_EQ(rounds(996), early);
+        },
+        12);
 }
 
 using OwnButtons = ButtonWorld<COwnButton>;

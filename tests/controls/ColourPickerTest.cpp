@@ -3,6 +3,7 @@
 #include "controls/CColourPopup.h"
 #include "support/GdiObjects.h"
 #include "support/IatPatch.h"
+#include "support/Screen.h"
 #include "support/TestProduct.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
@@ -56,18 +57,6 @@ constexpr auto Told = [](UINT number)
 { return [number](COLORREF colour) { return Words(WM_USER + number, colour, PickerId); }; };
 constexpr auto Change = Told(1001), Opened = Told(1002), Closed = Told(1003), Ok = Told(1004), Cancelled = Told(1005);
 
-/// Handles the messages that are there, and those that real input brings within a moment.
-void Pump(DWORD milliseconds = 0)
-{
-    const DWORD end = GetTickCount() + milliseconds;
-    do
-    {
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
-            DispatchMessageA(&message);
-        Sleep(milliseconds ? 5 : 0);
-    } while (GetTickCount() < end);
-}
-
 /// A window with a picker that writes down what the picker tells it.
 class Host : public CWnd
 {
@@ -78,7 +67,7 @@ public:
                              "Host", WS_POPUP | WS_VISIBLE, place.x, place.y, 200, 100, nullptr, nullptr));
         EXPECT_TRUE(picker.Create("", WS_CHILD | WS_VISIBLE | WS_TABSTOP, CRect(20, 20, 100, 44), this, PickerId));
         UpdateWindow();
-        Pump();
+        PumpMessages();
     }
     ~Host() override { DestroyWindow(); }
 
@@ -124,18 +113,26 @@ void Mouse(HWND window, UINT message, POINT point)
     SendMessageA(window, message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(point.x, point.y));
 }
 
-/// A pixel of a window's client area, as it has been drawn.
-COLORREF Pixel(HWND window, POINT client)
-{
-    const HDC dc = GetDC(window);
-    const COLORREF pixel = GetPixel(dc, client.x, client.y);
-    ReleaseDC(window, dc);
-    return pixel;
-}
-
 void Key(HWND window, int code, LPARAM lParam = 0)
 {
     SendMessageA(window, WM_KEYDOWN, code, lParam);
+}
+
+/// Clicks the box that opens the colour dialog; the dialog's own message loop then runs the answer, from a timer.
+void ClickCustomBox(HWND popup, std::function<void(HWND dialog)> answer)
+{
+    static std::function<void(HWND)> atDialog;
+    atDialog = std::move(answer);
+    SetTimer(nullptr, 0, 20,
+             [](HWND, UINT, UINT_PTR timer, DWORD)
+             {
+                 if (const HWND dialog = FindWindowA("#32770", nullptr))
+                 {
+                     KillTimer(nullptr, timer);
+                     atDialog(dialog);
+                 }
+             });
+    Mouse(popup, WM_LBUTTONUP, CellRect(popup, Custom).CenterPoint());
 }
 
 TEST(ColourPickerTest, EveryCellIsDrawnHoveredAndChosen)
@@ -150,11 +147,11 @@ TEST(ColourPickerTest, EveryCellIsDrawnHoveredAndChosen)
             const HWND popup = host.Open();
             UpdateWindow(popup);
             const CPoint centre = CellRect(popup, index).CenterPoint();
-            EXPECT_EQ(Pixel(popup, centre), colour) << index;
+            EXPECT_EQ(ShownPixel(popup, centre), colour) << index;
             const CPoint frame(centre.x, centre.y - 9); // the middle of its upper edge
-            const COLORREF plainFrame = Pixel(popup, frame);
+            const COLORREF plainFrame = ShownPixel(popup, frame);
             Mouse(popup, WM_MOUSEMOVE, centre);
-            EXPECT_NE(Pixel(popup, frame), plainFrame) << index << " does not show that it is selected";
+            EXPECT_NE(ShownPixel(popup, frame), plainFrame) << index << " does not show that it is selected";
             EXPECT_EQ(host.picker.GetColour(), before) << "not tracked";
             Mouse(popup, WM_LBUTTONDOWN, centre);
             Mouse(popup, WM_LBUTTONUP, centre);
@@ -231,6 +228,7 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
     const Notifications chosen = {Opened(start), Closed(start), Ok(start)};
     const Notifications cancelled = {Opened(start), Closed(start), Cancelled(start)};
     const Notifications automatic = {Opened(start), Change(Automatic), Closed(Automatic), Ok(Automatic)};
+    const Notifications sameThenCancelled = {Opened(start), Change(start), Closed(start), Cancelled(start)};
     const Notifications changedThenCancelled = {Opened(start), Change(other), Closed(start), Cancelled(start)};
     const struct
     {
@@ -251,6 +249,8 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
         {"destroyed by others", [](Host&, HWND popup) { DestroyWindow(popup); }, cancelled},
         {"the picker dies", [](Host& host, HWND) { host.picker.DestroyWindow(); }, cancelled},
         {"the parent dies", [](Host& host, HWND) { host.DestroyWindow(); }, cancelled},
+        {"the parent dies behind the colour dialog",
+         [](Host& host, HWND popup) { ClickCustomBox(popup, [&](HWND) { host.DestroyWindow(); }); }, sameThenCancelled},
         // clang-format on
     };
     for (const auto& [what, end, expected] : ends)
@@ -261,7 +261,7 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
         host.picker.SetTrackSelection();
         const HWND popup = host.Open();
         end(host, popup);
-        Pump();
+        PumpMessages();
         EXPECT_EQ(host.heard, expected);
         EXPECT_FALSE(IsWindow(popup));
         EXPECT_FALSE(::GetCapture());
@@ -293,7 +293,7 @@ TEST(ColourPickerTest, TheHostMayDestroyEverythingWhenItIsTold)
         const HWND popup = host.Open();
         if (IsWindow(popup))
             Mouse(popup, WM_LBUTTONUP, CellRect(popup, 12).CenterPoint());
-        Pump();
+        PumpMessages();
         EXPECT_FALSE(IsWindow(popup)) << message;
         EXPECT_FALSE(host.m_hWnd) << message;
     }
@@ -327,21 +327,6 @@ TEST(ColourPickerTest, ModeSaysWhichColourIsEditedAndTrackingShowsIt)
     EXPECT_TRUE(host.picker.GetTrackSelection());
 }
 
-// The colour dialog is answered from a timer: its own message loop runs it.
-int Answer;
-HWND FoundDialog;
-
-void CALLBACK AnswerDialog(HWND, UINT, UINT_PTR timer, DWORD)
-{
-    FoundDialog = FindWindowA("#32770", nullptr);
-    if (!FoundDialog)
-        return;
-    KillTimer(nullptr, timer);
-    for (const int field : {0, 1, 2}) // red, green and blue
-        SetDlgItemInt(FoundDialog, 706 + field, 11 * (field + 1), FALSE);
-    PostMessageA(FoundDialog, WM_COMMAND, Answer, 0);
-}
-
 TEST(ColourPickerTest, TheCustomBoxAsksTheColourDialog)
 {
     for (const COLORREF start : {Outside, Cells[3].Colour(), Automatic})
@@ -350,11 +335,16 @@ TEST(ColourPickerTest, TheCustomBoxAsksTheColourDialog)
             Host host;
             host.picker.SetColour(start);
             const HWND popup = host.Open();
-            Answer = ok ? IDOK : IDCANCEL;
-            FoundDialog = nullptr;
-            SetTimer(nullptr, 0, 20, AnswerDialog);
-            Mouse(popup, WM_LBUTTONUP, CellRect(popup, Custom).CenterPoint());
-            EXPECT_TRUE(FoundDialog);
+            bool asked = false;
+            ClickCustomBox(popup,
+                           [&](HWND dialog)
+                           {
+                               asked = true;
+                               for (const int field : {0, 1, 2}) // red, green and blue
+                                   SetDlgItemInt(dialog, 706 + field, 11 * (field + 1), FALSE);
+                               PostMessageA(dialog, WM_COMMAND, ok ? IDOK : IDCANCEL, 0);
+                           });
+            EXPECT_TRUE(asked);
             Notifications expected = {Opened(start)};
             if (start != Outside) // the box is selected already
                 expected.push_back(Change(start));
@@ -365,25 +355,6 @@ TEST(ColourPickerTest, TheCustomBoxAsksTheColourDialog)
             EXPECT_EQ(host.picker.GetColour(), end);
             EXPECT_FALSE(IsWindow(popup));
         }
-}
-
-TEST(ColourPickerTest, TheParentMayDieBehindTheColourDialog)
-{
-    static Host* dying;
-    Host host;
-    dying = &host;
-    host.picker.SetColour(Outside);
-    const HWND popup = host.Open();
-    SetTimer(nullptr, 0, 20,
-             [](HWND, UINT, UINT_PTR timer, DWORD)
-             {
-                 KillTimer(nullptr, timer);
-                 dying->DestroyWindow();
-             });
-    Key(popup, VK_RETURN);
-    EXPECT_FALSE(IsWindow(popup));
-    EXPECT_FALSE(host.m_hWnd);
-    EXPECT_EQ(host.heard, (Notifications{Opened(Outside), Closed(Outside), Cancelled(Outside)}));
 }
 
 int WINAPI WideEdges(int index)
@@ -467,7 +438,7 @@ TEST(ColourPickerTest, ToolTipsNameTheColours)
     CPoint screen = CellRect(popup, 9).CenterPoint();
     ClientToScreen(popup, &screen);
     SetCursorPos(screen.x, screen.y);
-    Pump(1500);
+    PumpMessages(1500);
     EXPECT_TRUE(IsWindowVisible(tips));
 }
 
@@ -483,13 +454,13 @@ TEST(ColourPickerTest, WorksByRealInput)
             SetCursorPos(point.x, point.y);
             mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
             mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-            Pump(100);
+            PumpMessages(100);
         };
         const auto press = [](BYTE key)
         {
             keybd_event(key, 0, 0, 0);
             keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
-            Pump(100);
+            PumpMessages(100);
         };
         click(host.picker, {10, 10});
         ASSERT_TRUE(::GetCapture());
@@ -521,7 +492,7 @@ TEST(ColourPickerTest, TheFaceShowsTheColour)
     const auto shown = [&]
     {
         host.picker.RedrawWindow();
-        return Pixel(host.picker, {20, 8});
+        return ShownPixel(host.picker, {20, 8});
     };
     host.picker.SetBkColour(red);
     EXPECT_EQ(shown(), red);
@@ -538,12 +509,12 @@ TEST(ColourPickerTest, TheFaceShowsTheColour)
     {
         host.picker.SetBkColour(field);
         host.picker.RedrawWindow();
-        const double paper = Luminance(Pixel(host.picker, {8, 7}));
+        const double paper = Luminance(ShownPixel(host.picker, {8, 7}));
         double best = 1;
         for (int x = 8; x < 56; ++x)
             for (int y = 7; y < 17; ++y)
             {
-                const double ink = Luminance(Pixel(host.picker, {x, y}));
+                const double ink = Luminance(ShownPixel(host.picker, {x, y}));
                 best = std::max(best, (std::max(ink, paper) + 0.05) / (std::min(ink, paper) + 0.05));
             }
         EXPECT_GE(best, 3) << "a disabled text can still be read on " << std::hex << field;
@@ -567,32 +538,21 @@ TEST(ColourPickerTest, WithoutAWindowNothingOpens)
     EXPECT_EQ(host.heard, Notifications{Opened(0xFFFFFF)});
 }
 
-int CountWindows()
-{
-    int windows = 0;
-    for (ULONG_PTR handle = 1; handle <= 0xFFFF; ++handle)
-        windows += IsWindow(reinterpret_cast<HWND>(handle));
-    return windows;
-}
-
 TEST(ColourPickerTest, AThousandPopUpsLeaveNothingBehind)
 {
     Host host;
-    std::pair<int, int> afterTen;
-    for (int round = 0; round < 1000; ++round)
-    {
-        const HWND popup = host.Open();
-        UpdateWindow(popup);
-        const CPoint centre = CellRect(popup, round % 40).CenterPoint();
-        Mouse(popup, WM_MOUSEMOVE, centre);
-        if (round % 2)
-            Mouse(popup, WM_LBUTTONUP, centre);
-        else
-            Key(popup, VK_ESCAPE);
-        Pump();
-        if (round == 9)
-            afterTen = {CountGdiObjects(), CountWindows()};
-    }
-    EXPECT_EQ(std::pair(CountGdiObjects(), CountWindows()), afterTen);
+    ExpectNothingLeftBehind(1000,
+                            [&](int round)
+                            {
+                                const HWND popup = host.Open();
+                                UpdateWindow(popup);
+                                const CPoint centre = CellRect(popup, round % 40).CenterPoint();
+                                Mouse(popup, WM_MOUSEMOVE, centre);
+                                if (round % 2)
+                                    Mouse(popup, WM_LBUTTONUP, centre);
+                                else
+                                    Key(popup, VK_ESCAPE);
+                                PumpMessages();
+                            });
 }
 } // namespace

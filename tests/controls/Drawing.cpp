@@ -299,26 +299,23 @@ TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
 TEST_F(SavedDrawing, LeavesNoObjectBehind)
 {
     const ScratchFile file("again.bmp", m_picture.File());
-    const auto rounds = [&](int count)
-    {
-        for (int i = 0; i < count; ++i)
+    ExpectNothingLeftBehind(
+        1000,
+        [&](int round)
         {
-            m_bitmap.SetSaveBmp(i % 3 == 0);
-            if (i % 3 == 2)
+            m_bitmap.SetSaveBmp(round % 3 == 0);
+            if (round % 3 == 2)
                 m_bitmap.LoadTransparent(1, file.Path().c_str(), m_picture.Key(), nullptr);
             else
-                m_bitmap.LoadTransparent(m_library.Module(), i % 7 ? 1 : 99, m_picture.Key(), nullptr);
+                m_bitmap.LoadTransparent(m_library.Module(), round % 7 ? 1 : 99, m_picture.Key(), nullptr);
             const HRGN clip = CreateRectRgn(0, 0, 5, 5);
             m_bitmap.SetClipRgn(clip);
             DeleteObject(clip);
             Draw();
             CTransparentBmp other;
             other.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr);
-        }
-        return CountGdiObjects();
-    };
-    const int early = rounds(21); // every kind of load has been tried
-    EXPECT_EQ(rounds(987), early);
+        },
+        21); // every kind of load has been tried
 }
 
 PROBE(MirroredDraw)

@@ -1,6 +1,7 @@
 // Static picture controls with a transparent colour.
 #include "Pictures.h"
 #include "controls/CTransStaticBmp.h"
+#include "support/Screen.h"
 #include <gtest/gtest.h>
 
 namespace
@@ -48,15 +49,14 @@ TEST_P(StaticPictures, ShowThePictureOverTheParentsBackground)
     {
         host.UpdateWindow();
         control.UpdateWindow();
-        const HDC context = GetDC(control.m_hWnd);
         for (int y = 0; y < Size; ++y)
             for (int x = 0; x < Size; ++x)
             {
                 const bool visible = picture && x < picture->Width() && y < picture->Height() && !picture->IsHole(x, y);
-                ASSERT_EQ(GetPixel(context, x, y), visible ? picture->At(x, y) : Host::Background(Left + x, Top + y))
+                ASSERT_EQ(ShownPixel(control, {x, y}),
+                          visible ? picture->At(x, y) : Host::Background(Left + x, Top + y))
                     << what << ": " << x << ", " << y;
             }
-        ReleaseDC(control.m_hWnd, context);
     };
     expectShown(nullptr, "no picture yet");
     for (const int mode : {CTransStaticBmp::Plain, CTransStaticBmp::Keep})
@@ -73,11 +73,9 @@ TEST_P(StaticPictures, ShowThePictureOverTheParentsBackground)
     EXPECT_EQ(control.Initialize(1, first.Key(), CTransStaticBmp::Keep | CTransStaticBmp::Stretch, library.Module()),
               1);
     control.UpdateWindow();
-    const HDC context = GetDC(control.m_hWnd);
     int changed = 0;
     for (int x = 0; x < Size; ++x)
-        changed += GetPixel(context, x, Size - 1) != Host::Background(Left + x, Top + Size - 1);
-    ReleaseDC(control.m_hWnd, context);
+        changed += ShownPixel(control, {x, Size - 1}) != Host::Background(Left + x, Top + Size - 1);
     EXPECT_GT(changed, 0) << "stretched to the control's last row";
     host.DestroyWindow();
 }

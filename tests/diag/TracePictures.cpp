@@ -240,17 +240,10 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
     {
         SCOPED_TRACE(row.function);
         receiver.messages.clear();
-        int before = 0;
         {
             const IatPatch patch(row.module, row.function, row.replacement);
-            for (int i = 0; i < 200; ++i)
-            {
-                if (i == 10)
-                    before = CountGdiObjects();
-                SendRectangle();
-            }
+            ExpectNothingLeftBehind(200, [&](int) { SendRectangle(); });
         }
-        EXPECT_EQ(CountGdiObjects(), before);
         EXPECT_TRUE(receiver.messages.empty());
         Send();
         ASSERT_EQ(receiver.messages.size(), 1u);
@@ -262,14 +255,11 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
 TEST_F(TracePictures, AThousandPicturesLeaveNothingBehind)
 {
     Receiver receiver;
-    int before = 0;
-    for (int i = 0; i < 1000; ++i)
-    {
-        if (i == 10)
-            before = CountGdiObjects();
-        Send();
-        SendRectangle();
-    }
-    EXPECT_EQ(CountGdiObjects(), before);
+    ExpectNothingLeftBehind(1000,
+                            [&](int)
+                            {
+                                Send();
+                                SendRectangle();
+                            });
     EXPECT_EQ(receiver.messages.size(), 2000u);
 }

@@ -64,9 +64,7 @@ TEST(Cartridges, AreKnownByTheIdentityAskedFor)
                                         {&INKINFO::iLogCartID1, &INKINFO::iLogCartID2}};
     CGUIInkDisplay display;
     for (const Identity& row : Identities)
-    {
         for (const auto type : {Physical, Logical})
-        {
             for (const auto position : {First, Second})
             {
                 INKINFO ink{};
@@ -75,15 +73,13 @@ TEST(Cartridges, AreKnownByTheIdentityAskedFor)
                 EXPECT_EQ(display.GetCartID(type, position), row.identity);
                 EXPECT_EQ(Answers(display, type, position), row.answers) << row.identity;
                 EXPECT_EQ(display.WhatIsIt(type, position), row.kind) << row.identity;
+                EXPECT_EQ(display.WhatIsIt(row.identity), row.kind) << row.identity;
                 const auto otherType = type == Physical ? Logical : Physical;
                 EXPECT_EQ(display.GetCartID(otherType, position), 0);
                 EXPECT_EQ(display.AreAnyMissing(type), row.identity == 32);
                 EXPECT_EQ(display.AreAnyKCM(type), row.answers[0] == 'K');
                 EXPECT_EQ(display.AreAnyKCM(otherType) + display.AreAnyMissing(otherType), 0);
             }
-        }
-        EXPECT_EQ(display.WhatIsIt(row.identity), row.kind) << row.identity;
-    }
 }
 
 TEST(Cartridges, AreNoneWithoutAReportOrASelection)
@@ -109,14 +105,12 @@ TEST(Cartridges, AreFlaggedByTheirStatusWithSmartMessagingAlone)
         const TestProduct product({{"IDO_SUPPORT_SMARTMESSAGING", smart}});
         CGUIInkDisplay display;
         for (const Identity& row : Identities)
-        {
             for (int status = -1; status <= 6; ++status)
             {
                 const bool flagged = smart == 1 && (status == 2 || status == 4 || status == 5);
                 EXPECT_EQ(display.CheckCartridgeID(row.identity, status), flagged ? row.flagged : row.checked)
                     << row.identity << " status " << status << " smart messaging " << smart;
             }
-        }
     }
 }
 
@@ -178,7 +172,6 @@ const TestSettings DimsSettings = {
     {"IDO_OEM_INKJET_IDENT", "Software\\Torvane\\InkTest"},
 };
 constexpr char StoreKey[] = "Software\\Torvane\\InkTest\\Store\\T100";
-constexpr char OwnKey[] = "Software\\Torvane\\InkTest\\Own\\T100";
 constexpr char Flag[] = "DimsFlag";
 const std::string Zero(4, '\0'), Seven("\7\0\0\0", 4);
 } // namespace
@@ -195,37 +188,30 @@ PROBE(DimsOfAPrinter)
     return 0;
 }
 
-TEST(Dims, IsKeptForEachPrinterOnBothFamilies)
+TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
 {
-    struct System
+    const struct
     {
         const char* version;
+        bool installed;
         HKEY root;
         const char* key;
-    };
-    const System systems[] = {
-        {"win98", HKEY_LOCAL_MACHINE,
+    } systems[] = {
+        {"win98", false, HKEY_LOCAL_MACHINE,
          "System\\CurrentControlSet\\control\\Print\\Printers\\Ink Test Printer\\GUI\\PSW"},
-        {"win7", HKEY_CURRENT_USER, "Printers\\Ink Test Printer\\GUI\\PSW"},
+        {"win7", false, HKEY_CURRENT_USER, "Printers\\Ink Test Printer\\GUI\\PSW"},
+        {"win7", true, HKEY_LOCAL_MACHINE, "Software\\Torvane\\InkTest\\IJPrtSettings\\Original Name\\GUI\\PSW"},
     };
-    for (const System& system : systems)
+    for (const auto& system : systems)
     {
+        SCOPED_TRACE(system.key);
         RegistryWorld registry;
+        if (system.installed)
+            registry.Printer("Ink Test Printer", "Original Name");
         registry.Claim(system.root, system.key);
-        const ProcessResult result = RunProbeUnder(system.version, "DimsOfAPrinter");
-        EXPECT_EQ(result.output, "101") << system.version;
-        EXPECT_EQ(RegistryWorld::Get(system.root, system.key, Flag), Seven) << system.version;
+        EXPECT_EQ(RunProbeUnder(system.version, "DimsOfAPrinter").output, "101");
+        EXPECT_EQ(RegistryWorld::Get(system.root, system.key, Flag), Seven);
     }
-}
-
-TEST(Dims, OfAnInstalledPrinterStandsWithItsSettings)
-{
-    RegistryWorld registry;
-    registry.Printer("Ink Test Printer", "Original Name");
-    constexpr char key[] = "Software\\Torvane\\InkTest\\IJPrtSettings\\Original Name\\GUI\\PSW";
-    registry.Claim(HKEY_LOCAL_MACHINE, key);
-    EXPECT_EQ(RunProbeProcess("DimsOfAPrinter").output, "101");
-    EXPECT_EQ(RegistryWorld::Get(HKEY_LOCAL_MACHINE, key, Flag), Seven);
 }
 
 TEST(Dims, OfTheProductStandsInTheModelsSuppliesKey)
@@ -254,8 +240,7 @@ TEST(Dims, OfTheProductStandsInTheModelsSuppliesKey)
 TEST(Dims, OfAProductWithAnOrderingToolOfItsOwnStandsElsewhere)
 {
     RegistryWorld registry;
-    registry.Key(HKEY_LOCAL_MACHINE, OwnKey);
-    registry.SetNumber(HKEY_LOCAL_MACHINE, OwnKey, Flag, 0);
+    registry.SetNumber(HKEY_LOCAL_MACHINE, "Software\\Torvane\\InkTest\\Own\\T100", Flag, 0);
     InkDisplay display;
     display.SetSetting("IDO_ONECLICK_INK_ORDER", 1ul);
     display.SetSetting("IDO_SUPPLIES_REG_PATH", "Software\\Torvane\\InkTest\\Own\\");

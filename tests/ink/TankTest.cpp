@@ -32,26 +32,24 @@ constexpr int NoLevel = 190;
 constexpr int LastStep = 99; // of whatever series
 
 // A step for each beginning twelfth; the series of eight steps ends at two thirds.
-constexpr std::pair<int, int> StepOfPercent[] = {
-    {INT_MIN, NoLevel},
-    {-101, NoLevel},
-    {-1, NoLevel},
-    {0, 0},
-    {1, 1},
-    {8, 1},
-    {9, 2},
-    {25, 3},
-    {50, 6},
-    {59, 8},
-    {66, 8},
-    {67, 9},
-    {75, 9},
-    {99, 12},
-    {100, LastStep},
-    {101, NoLevel},
-    {127, NoLevel},
-    {INT_MAX, NoLevel},
-};
+constexpr std::pair<int, int> StepOfPercent[] = {{INT_MIN, NoLevel},
+                                                 {-101, NoLevel},
+                                                 {-1, NoLevel},
+                                                 {0, 0},
+                                                 {1, 1},
+                                                 {8, 1},
+                                                 {9, 2},
+                                                 {25, 3},
+                                                 {50, 6},
+                                                 {59, 8},
+                                                 {66, 8},
+                                                 {67, 9},
+                                                 {75, 9},
+                                                 {99, 12},
+                                                 {100, LastStep},
+                                                 {101, NoLevel},
+                                                 {127, NoLevel},
+                                                 {INT_MAX, NoLevel}};
 
 int Expected(int first, int last, int step)
 {
@@ -89,9 +87,7 @@ TEST(Tank, ShowsTheBitmapOfItsInkAndLevel)
     {
         TankWindow window(type);
         for (const Series& series : AllSeries)
-        {
             for (const int color : series.colors)
-            {
                 for (const auto& [percent, step] : StepOfPercent)
                 {
                     if (color != series.colors.front() && percent != 0 && percent != 100)
@@ -100,8 +96,6 @@ TEST(Tank, ShowsTheBitmapOfItsInkAndLevel)
                     EXPECT_EQ(window.Shown(0), Expected(series.first[type], series.last[type], step))
                         << "type " << type << " ink " << color << " at " << percent;
                 }
-            }
-        }
     }
 }
 
@@ -140,35 +134,29 @@ TEST(Tank, NeedsNoWindowAndTouchesNoOther)
     window.Shown(0);
     CGUIInkTank tank;
     Show(tank, CGUIInkTank::InkBlack, 50);
-    EXPECT_FALSE(GetUpdateRect(window.Window(), nullptr, FALSE)) << "another window was invalidated";
+    EXPECT_FALSE(window.Window().GetUpdateRect(nullptr)) << "another window was invalidated";
 }
 
 TEST(Tank, LeavesNoDrawingObjectsBehind)
 {
     TankWindow window;
-    const auto rounds = [&](int count)
-    {
-        for (int i = 0; i < count; ++i)
-        {
-            Show(window.Tank(0), i % 16, i % 102);
-            UpdateWindow(window.Tank(0).m_hWnd);
-        }
-        return CountGdiObjects();
-    };
-    const int afterTen = rounds(10);
-    EXPECT_EQ(rounds(1000), afterTen);
+    ExpectNothingLeftBehind(1010,
+                            [&](int round)
+                            {
+                                Show(window.Tank(0), round % 16, round % 102);
+                                UpdateWindow(window.Tank(0).m_hWnd);
+                            });
 }
 
 TEST(Tanks, ShowTheCartridgesByMode)
 {
-    struct Choice
+    constexpr auto Long = CGUIInkTank::BmpLongSeries, Short = CGUIInkTank::BmpShortSeries;
+    constexpr struct
     {
         int mode, format, first, second;
         CGUIInkTank::BmpType type;
         int shown[4];
-    };
-    constexpr auto Long = CGUIInkTank::BmpLongSeries, Short = CGUIInkTank::BmpShortSeries;
-    constexpr Choice choices[] = {
+    } choices[] = {
         {4, 1, 80, 48, Long, {193, 137, 155, 171}},     {0, 2, 16, 32, Long, {193, 137, 155, 171}},
         {-1, 1, 0, 0, Short, {383, 337, 355, 371}},     {1, 1, 80, 48, Long, {0, 224, 0, 0}},
         {1, 2, 48, 80, Long, {0, 193, 0, 0}},           {1, 1, 112, 48, Long, {0, 274, 0, 0}},
@@ -177,7 +165,7 @@ TEST(Tanks, ShowTheCartridgesByMode)
         {2, 2, 112, 48, Long, {274, 193, 0, 0}},        {2, 2, 80, 48, Short, {369, 383, 0, 0}},
         {2, 2, 32, 16, Long, {NoLevel, NoLevel, 0, 0}}, {2, 2, 51, 80, Short, {NoLevel, 369, 0, 0}},
     };
-    for (const Choice& choice : choices)
+    for (const auto& choice : choices)
     {
         const TestProduct product({{"IDO_PRINTHEADFORMAT", static_cast<unsigned long>(choice.format)}});
         TankWindow window;
@@ -187,10 +175,8 @@ TEST(Tanks, ShowTheCartridgesByMode)
         display.InitializeInkTanks(&window.Tank(0), &window.Tank(1), &window.Tank(2), &window.Tank(3), choice.type,
                                    choice.mode, TankWindow::Bitmaps());
         for (int i = 0; i < 4; ++i)
-        {
             EXPECT_EQ(window.Shown(i), choice.shown[i]) << "mode " << choice.mode << " format " << choice.format << ": "
                                                         << choice.first << ", " << choice.second << " tank " << i;
-        }
     }
 }
 
@@ -252,7 +238,6 @@ TEST(TankPictures, FillFromEmptyToFullAndTellTheUnknownLevel)
     const auto difference = [](const std::vector<COLORREF>& a, const std::vector<COLORREF>& b)
     { return std::inner_product(a.begin(), a.end(), b.begin(), 0, std::plus<>(), std::not_equal_to<>()); };
     for (const Series& series : AllSeries)
-    {
         for (int type = 0; type < 2; ++type)
         {
             const std::vector<COLORREF> empty = TankBitmap(series.first[type]);
@@ -265,5 +250,4 @@ TEST(TankPictures, FillFromEmptyToFullAndTellTheUnknownLevel)
                 filled = inked;
             }
         }
-    }
 }

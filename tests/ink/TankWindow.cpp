@@ -7,22 +7,6 @@
 
 namespace
 {
-constexpr char ClassName[] = "TankWindow";
-
-void RegisterWindowClass()
-{
-    static const ATOM registered = []
-    {
-        WNDCLASSA description{};
-        description.lpfnWndProc = DefWindowProcA;
-        description.hInstance = GetModuleHandleA(nullptr);
-        description.hbrBackground = CreateSolidBrush(TankWindow::Background);
-        description.lpszClassName = ClassName;
-        return RegisterClassA(&description);
-    }();
-    ASSERT_TRUE(registered);
-}
-
 /// Every tank bitmap as it looks on the window's background.
 const std::map<std::vector<COLORREF>, int>& KnownPictures()
 {
@@ -67,24 +51,23 @@ std::vector<COLORREF> TankBitmap(int id)
 
 TankWindow::TankWindow(int type, DWORD exStyle)
 {
-    RegisterWindowClass();
-    m_window = CreateWindowExA(WS_EX_TOPMOST | exStyle, ClassName, "", WS_POPUP, 0, 0, Tanks * Distance, Height + 20,
-                               nullptr, nullptr, nullptr, nullptr);
-    EXPECT_TRUE(m_window);
+    static const HBRUSH background = CreateSolidBrush(Background);
+    EXPECT_TRUE(m_window.CreateEx(WS_EX_TOPMOST | exStyle, AfxRegisterWndClass(0, nullptr, background), "", WS_POPUP, 0,
+                                  0, Tanks * Distance, Height + 20, nullptr, nullptr));
     for (int i = 0; i < Tanks; ++i)
     {
+        m_tanks.push_back(std::make_unique<CGUIInkTank>(type));
         const HWND control = CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE, 6 + i * Distance, 10, Width,
                                              Height, m_window, nullptr, nullptr, nullptr);
-        m_tanks.push_back(std::make_unique<CGUIInkTank>(type));
         EXPECT_TRUE(m_tanks.back()->SubclassWindow(control));
     }
-    ShowWindow(m_window, SW_SHOWNA);
-    UpdateWindow(m_window);
+    m_window.ShowWindow(SW_SHOWNA);
+    m_window.UpdateWindow();
 }
 
 TankWindow::~TankWindow()
 {
-    DestroyWindow(m_window);
+    m_window.DestroyWindow();
 }
 
 HMODULE TankWindow::Bitmaps()
@@ -97,7 +80,7 @@ HMODULE TankWindow::Bitmaps()
 int TankWindow::Shown(int index)
 {
     const HWND control = Tank(index).m_hWnd;
-    UpdateWindow(m_window);
+    m_window.UpdateWindow();
     UpdateWindow(control);
     const HDC context = GetDC(control);
     const std::vector<COLORREF> pixels = PixelsOf(context);

@@ -14,7 +14,7 @@ public:
     TankWindow(const TankWindow&) = delete;
     TankWindow& operator=(const TankWindow&) = delete;
 
-    HWND Window() const { return m_window; }
+    CWnd& Window() { return m_window; }
     CGUIInkTank& Tank(int index) { return *m_tanks[static_cast<size_t>(index)]; }
 
     /// The module of the tanks' bitmaps.
@@ -27,7 +27,7 @@ public:
     static constexpr COLORREF Background = RGB(30, 200, 250);
 
 private:
-    HWND m_window;
+    CWnd m_window;
     std::vector<std::unique_ptr<CGUIInkTank>> m_tanks;
 };
 

@@ -1,0 +1,25 @@
+// What a user's screen and queue are to a test.
+#pragma once
+
+#include <windows.h>
+
+/// Handles the messages that are there, and those that come within the time: real input does not come at once.
+inline void PumpMessages(DWORD milliseconds = 0)
+{
+    const DWORD end = GetTickCount() + milliseconds;
+    do
+    {
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
+            DispatchMessageA(&message);
+        Sleep(milliseconds ? 5 : 0);
+    } while (GetTickCount() < end);
+}
+
+/// A pixel of a window's client area as it has been drawn; of the screen, without a window.
+inline COLORREF ShownPixel(HWND window, POINT point)
+{
+    const HDC context = GetDC(window);
+    const COLORREF pixel = GetPixel(context, point.x, point.y);
+    ReleaseDC(window, context);
+    return pixel;
+}
