@@ -389,9 +389,8 @@ TEST(ColourPickerTest, IsLaidOutByItsTextsAndMargins)
     font.CreateFontIndirect(&metrics.lfMessageFont);
     const std::string longText(60, 'W');
     CClientDC dc(&host);
-    CFont* old = dc.SelectObject(&font);
+    dc.SelectObject(&font);
     const CSize text = dc.GetTextExtent(longText.c_str());
-    dc.SelectObject(old);
     EXPECT_EQ(size("A", longText.c_str()).cx, text.cx + 2 * margin);
     EXPECT_GE(oneBox.cy - bare.cy, text.cy + margin);
 

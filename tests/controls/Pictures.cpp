@@ -126,15 +126,10 @@ PictureLibrary::PictureLibrary(const std::vector<Item>& items)
     static int count = 0;
     m_path =
         TestFolder() + "pictures-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count) + ".dll";
-    EXPECT_TRUE(CopyFileA((TestFolder() + TestProduct::LibraryName()).c_str(), m_path.c_str(), FALSE));
-    const HANDLE update = BeginUpdateResourceA(m_path.c_str(), TRUE);
+    std::vector<TestResource> resources;
     for (const Item& item : items)
-    {
-        std::string bytes = item.dib;
-        UpdateResourceA(update, reinterpret_cast<LPCSTR>(RT_BITMAP), MAKEINTRESOURCEA(item.id), 0, bytes.data(),
-                        static_cast<DWORD>(bytes.size()));
-    }
-    EXPECT_TRUE(EndUpdateResourceA(update, FALSE)) << GetLastError();
+        resources.push_back({MAKEINTRESOURCEA(2), MAKEINTRESOURCEA(item.id), item.dib}); // RT_BITMAP
+    WriteLibrary(m_path, resources);
     m_module = LoadLibraryA(m_path.c_str());
     EXPECT_TRUE(m_module) << m_path << ": " << GetLastError();
 }

@@ -4,9 +4,10 @@
 #include "support/TraceWorld.h"
 #include <afxwin.h>
 #include <gtest/gtest.h>
+#include <cstddef>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 
 namespace
@@ -24,13 +25,7 @@ protected:
             TerminateProcess(m_process.hProcess, 1);
             Finish();
         }
-        WIN32_FIND_DATAA found;
-        const HANDLE search = FindFirstFileA((Folder + "\\*").c_str(), &found);
-        do
-            DeleteFileA((Folder + "\\" + found.cFileName).c_str());
-        while (FindNextFileA(search, &found));
-        FindClose(search);
-        RemoveDirectoryA(Folder.c_str());
+        std::filesystem::remove_all(Folder);
     }
 
     void Start(int count)
@@ -134,13 +129,12 @@ TEST_F(ReceiverTest, SavesWhatATracedProcessSendsAndEnds)
 
 TEST_F(ReceiverTest, ReadsEveryDepth)
 {
-    struct Case
+    const struct
     {
         int width, height, bitsPerPixel;
         std::string pixels;
         const char* colours;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {9, 1, 1, "\x55\x80", "000000 FFFFFF 000000 FFFFFF 000000 FFFFFF 000000 FFFFFF FFFFFF"},
         {3, 1, 4, "\xF0\x50", "FFFFFF 000000 555555"},
         {1, 2, 8, std::string("\x80\0\xFF\0", 4), "808080\nFFFFFF"},
@@ -149,37 +143,30 @@ TEST_F(ReceiverTest, ReadsEveryDepth)
         {1, 1, 32, "\x01\x02\x03\xFF", "030201"},
     };
     Start(static_cast<int>(std::size(cases)));
-    for (const Case& row : cases)
+    for (const auto& row : cases)
         EXPECT_EQ(Send(Message(row.width, row.height, row.bitsPerPixel, row.pixels)), 1u) << row.bitsPerPixel;
     EXPECT_EQ(Finish(), 0u);
     int number = 0;
-    for (const Case& row : cases)
+    for (const auto& row : cases)
         EXPECT_EQ(ColoursOf("000" + std::to_string(++number) + "-l.bmp"), row.colours) << row.bitsPerPixel;
 }
 
 TEST_F(ReceiverTest, RefusesFaultyMessagesAndLivesOn)
 {
-    using Change = std::function<void(TracePictureHeader&)>;
-    const Change changes[] = {
-        [](TracePictureHeader& header) { header.commentOffset = 0; },
-        [](TracePictureHeader& header) { header.commentOffset = header.labelOffset; },
-        [](TracePictureHeader& header) { header.commentOffset = 0xFFFFFFFF; },
-        [](TracePictureHeader& header) { header.labelOffset = header.pixelOffset; },
-        [](TracePictureHeader& header) { header.labelOffset -= 1; },
-        [](TracePictureHeader& header) { header.pixelOffset -= 1; },
-        [](TracePictureHeader& header) { header.pixelOffset = 0xFFFFFFFF; },
-        [](TracePictureHeader& header) { header.pixelBytes += 1; },
-        [](TracePictureHeader& header) { header.pixelBytes -= 1; },
-        [](TracePictureHeader& header) { header.pixelBytes = 0xFFFFFFFF; },
-        [](TracePictureHeader& header) { header.bitmap.bmWidth = 0; },
-        [](TracePictureHeader& header) { header.bitmap.bmWidth = 3; },
-        [](TracePictureHeader& header) { header.bitmap.bmWidth = 0x7FFFFFFF; },
-        [](TracePictureHeader& header) { header.bitmap.bmHeight = -2; },
-        [](TracePictureHeader& header) { header.bitmap.bmHeight = 3; },
-        [](TracePictureHeader& header) { header.bitmap.bmHeight = 0x10000000; },
-        [](TracePictureHeader& header) { header.bitmap.bmPlanes = 2; },
-        [](TracePictureHeader& header) { header.bitmap.bmBitsPixel = 7; },
-        [](TracePictureHeader& header) { header.bitmap.bmBitsPixel = 0; },
+    using Header = TracePictureHeader;
+    constexpr DWORD head = sizeof(Header); // comment, label and pixels follow in steps of two
+    const struct
+    {
+        size_t offset;
+        std::vector<DWORD> values;
+    } faults[] = {
+        {offsetof(Header, commentOffset), {0, head + 2, 0xFFFFFFFF}},
+        {offsetof(Header, labelOffset), {head + 4, head + 1}},
+        {offsetof(Header, pixelOffset), {head + 3, 0xFFFFFFFF}},
+        {offsetof(Header, pixelBytes), {17, 15, 0xFFFFFFFF}},
+        {offsetof(Header, bitmap.bmWidth), {0, 3, 0x7FFFFFFF}},
+        {offsetof(Header, bitmap.bmHeight), {0xFFFFFFFE, 3, 0x10000000}},
+        {offsetof(Header, bitmap.bmPlanes), {32 << 16 | 2, 7 << 16 | 1, 0 << 16 | 1}}, // and the depth
     };
     const std::string good = Message(2, 2, 32, std::string(16, '\x40'));
     Start(1);
@@ -188,15 +175,13 @@ TEST_F(ReceiverTest, RefusesFaultyMessagesAndLivesOn)
     EXPECT_EQ(Send(good.substr(0, sizeof(TracePictureHeader))), 0u);
     EXPECT_EQ(Send(good.substr(0, good.size() - 1)), 0u);
     EXPECT_EQ(Send(good, 1), 0u);
-    for (const Change& change : changes)
-    {
-        TracePictureHeader header;
-        std::memcpy(&header, good.data(), sizeof header);
-        change(header);
-        std::string faulty = good;
-        std::memcpy(faulty.data(), &header, sizeof header);
-        EXPECT_EQ(Send(faulty), 0u) << "change " << &change - changes;
-    }
+    for (const auto& fault : faults)
+        for (const DWORD value : fault.values)
+        {
+            std::string faulty = good;
+            std::memcpy(faulty.data() + fault.offset, &value, sizeof value);
+            EXPECT_EQ(Send(faulty), 0u) << "at " << fault.offset << ": " << value;
+        }
     EXPECT_EQ(Send(good), 1u);
     EXPECT_EQ(Finish(), 0u);
     EXPECT_EQ(ColoursOf("0001-l.bmp"), "404040 404040\n404040 404040");

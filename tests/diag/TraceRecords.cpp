@@ -1,12 +1,12 @@
 // What the records look like: one line a value, one line a field of a structure.
 #include "diag/CSpy.h"
 #include "support/IatPatch.h"
+#include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <gtest/gtest.h>
 #include <cfloat>
 #include <climits>
 #include <cstring>
-#include <ctime>
 #include <functional>
 #include <sstream>
 
@@ -21,12 +21,12 @@ public:
     using CSpy::WriteBuffer;
 };
 
-// The one record that a call writes.
-std::string RecordOf(const std::function<int(CSpy&)>& call)
+// The one record of a structure.
+template <class Structure>
+std::string RecordOf(Structure* structure)
 {
     TraceWorld world;
-    CSpy spy;
-    EXPECT_EQ(call(spy), 1);
+    EXPECT_EQ(CSpy().OutputData(structure), 1);
     const std::vector<std::string> records = world.Records();
     return records.size() == 1 ? records[0] : std::to_string(records.size()) + " records";
 }
@@ -168,31 +168,15 @@ TEST(TraceRecords, TheTimeStampIsTheLocalTime)
     Steps steps;
     for (int month = 1; month <= 12; ++month)
     {
-        // The C library's own formatting of the same moment is the measure.
-        static std::tm time;
-        time = {};
-        time.tm_year = 99 + month;
-        time.tm_mon = month - 1;
-        time.tm_mday = month * 2;
-        time.tm_hour = month * 2 - 1;
-        time.tm_min = 60 - month;
-        time.tm_sec = month;
+        static SYSTEMTIME now;
+        now.wYear = static_cast<WORD>(1999 + month);
+        now.wMonth = static_cast<WORD>(month);
+        now.wDay = now.wHour = static_cast<WORD>(month * 2 - 1);
+        now.wMinute = static_cast<WORD>(60 - month);
+        now.wSecond = static_cast<WORD>(month);
         const IatPatch patch(
-            GetModuleHandleA(PRODUCT_PREFIX "util.dll"), "GetLocalTime",
-            +[](SYSTEMTIME* now) -> void
-            {
-                *now = {static_cast<WORD>(time.tm_year + 1900),
-                        static_cast<WORD>(time.tm_mon + 1),
-                        0,
-                        static_cast<WORD>(time.tm_mday),
-                        static_cast<WORD>(time.tm_hour),
-                        static_cast<WORD>(time.tm_min),
-                        static_cast<WORD>(time.tm_sec),
-                        999};
-            });
-        char expected[64];
-        std::strftime(expected, sizeof expected, Form, &time);
-        EXPECT_STREQ(steps.GetTimeStamp(), expected);
+            LibraryUnderTest(), "GetLocalTime", +[](SYSTEMTIME* time) -> void { *time = now; });
+        EXPECT_EQ(steps.GetTimeStamp(), CTime(now).Format(Form));
     }
     const CTime before = CTime::GetCurrentTime();
     const CString stamp = steps.GetTimeStamp();
@@ -200,13 +184,7 @@ TEST(TraceRecords, TheTimeStampIsTheLocalTime)
     EXPECT_TRUE(stamp == before.Format(Form) || stamp == after.Format(Form)) << static_cast<LPCSTR>(stamp);
 }
 
-TEST(TraceRecords, InkReport)
-{
-    const INKINFO ink = SampleInk();
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&ink); }), WithoutLastLineFeed(InkDump));
-}
-
-TEST(TraceRecords, StatusWithItsNestedStructures)
+TEST(TraceRecords, StatusAndItsNestedStructures)
 {
     unsigned char alerts[] = {0xDE, 0xAD, 0x00};
     STATUSERRORINFO error = {alerts, 3};
@@ -223,37 +201,35 @@ TEST(TraceRecords, StatusWithItsNestedStructures)
                                    "4e  5b  68  75  82  8f  9c  a9  b6  c3  d0  dd  ea  f7  \n\tlpInk" +
                                    InkDump + "\tlpAlign" + AlignDump);
     };
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&status); }), dump("de  ad  0  "));
+    EXPECT_EQ(RecordOf(&status), dump("de  ad  0  "));
+    EXPECT_EQ(RecordOf(&ink), WithoutLastLineFeed(InkDump));
     error = {nullptr, 3};
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&status); }), dump("NULL"));
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&align); }), WithoutLastLineFeed(AlignDump));
+    EXPECT_EQ(RecordOf(&status), dump("NULL"));
+    EXPECT_EQ(RecordOf(&align), WithoutLastLineFeed(AlignDump));
 }
 
 TEST(TraceRecords, PortsProxyAndSubnet)
 {
     PORTINFO port = {1, 2, "SN-0001", -3};
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&port); }),
+    EXPECT_EQ(RecordOf(&port),
               "(LPPORTINFO)\n\tiPortType(DWORD)1\n\tiBidiLevel(DWORD)2\n\tSerialNumber[32](char)SN-0001\n"
               "\tiRes(DWORD)-3");
     // A field filled to its last character has no NUL; what follows it must not be shown.
     std::memset(port.SerialNumber, 'S', sizeof port.SerialNumber);
     port.iRes = 0x41414141;
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&port); }),
-              "(LPPORTINFO)\n\tiPortType(DWORD)1\n\tiBidiLevel(DWORD)2\n\tSerialNumber[32](char)" +
-                  std::string(32, 'S') + "\n\tiRes(DWORD)1094795585");
+    EXPECT_EQ(RecordOf(&port), "(LPPORTINFO)\n\tiPortType(DWORD)1\n\tiBidiLevel(DWORD)2\n\tSerialNumber[32](char)" +
+                                   std::string(32, 'S') + "\n\tiRes(DWORD)1094795585");
     char proxyName[] = "proxy.example";
     const UPDPROXYINFO proxy = {proxyName, 8080};
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&proxy); }),
-              "(LPUPDPROXYINFO)\n\tlpProxy(char)proxy.example\n\tiPort(int)8080");
+    EXPECT_EQ(RecordOf(&proxy), "(LPUPDPROXYINFO)\n\tlpProxy(char)proxy.example\n\tiPort(int)8080");
     const SUBNETINFO subnet = {"192.168.1.0"};
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&subnet); }),
-              "(LPSUBNETINFO)\n\tSubnet[16](char)192.168.1.0");
+    EXPECT_EQ(RecordOf(&subnet), "(LPSUBNETINFO)\n\tSubnet[16](char)192.168.1.0");
     const PRINTERPORTINFO printer = {"IP_1", "10.0.0.2", "255.0.0.0", "10.0.0.1", "Model", "00:11", 99, 1, -1};
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&printer); }),
+    EXPECT_EQ(RecordOf(&printer),
               "(LPPRINTERPORTINFO)\n\tPortName[32](char)IP_1\n\tIPAddress[16](char)10.0.0.2\n"
               "\tSubnetMask[16](char)255.0.0.0\n\tGatewayAddress[16](char)10.0.0.1\n\tModel[32](char)Model\n"
               "\tMACAddress[32](char)00:11\n\tPrinter_installed(int)1\n\tPrinter_configured(int)-1");
-    EXPECT_EQ(RecordOf([](CSpy& spy) { return spy.OutputData(static_cast<PRINTERPORTINFO*>(nullptr)); }),
+    EXPECT_EQ(RecordOf(static_cast<PRINTERPORTINFO*>(nullptr)),
               "(LPPRINTERPORTINFO)\n\tPortName[32](char)NULL\n\tIPAddress[16](char)NULL\n\tSubnetMask[16](char)NULL\n"
               "\tGatewayAddress[16](char)NULL\n\tModel[32](char)NULL\n\tMACAddress[32](char)NULL\n"
               "\tPrinter_installed(char)NULL\n\tPrinter_configured(char)NULL");
@@ -282,5 +258,5 @@ TEST(TraceRecords, DeviceMode)
     std::string label;
     for (int index; stream >> label >> index;)
         expected += "\t" + label + "(DWORD)" + (index == 77 ? "beef001d" : std::to_string(word(index))) + "\n";
-    EXPECT_EQ(RecordOf([&](CSpy& spy) { return spy.OutputData(&mode); }), WithoutLastLineFeed(expected));
+    EXPECT_EQ(RecordOf(&mode), WithoutLastLineFeed(expected));
 }

@@ -1,7 +1,9 @@
 // Where records go: the switch, the log file, message boxes, the debugger.
 #include "diag/CSpy.h"
 #include "support/IatPatch.h"
+#include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
+#include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <fstream>
 #include <functional>
@@ -10,11 +12,6 @@
 namespace
 {
 using Texts = std::vector<std::string>;
-
-HMODULE Library()
-{
-    return GetModuleHandleA(PRODUCT_PREFIX "util.dll");
-}
 
 // The boxes that the library showed, as "caption flags text"; each is dismissed at once.
 Texts Boxes;
@@ -59,27 +56,8 @@ protected:
 
 private:
     PVOID m_handler;
-    IatPatch m_box{Library(), "MessageBoxA", RecordBox};
+    IatPatch m_box{LibraryUnderTest(), "MessageBoxA", RecordBox};
 };
-
-std::string Bytes(std::initializer_list<int> values)
-{
-    return std::string(values.begin(), values.end());
-}
-
-int TimesAsked;
-
-void WINAPI CountTimeQuestions(SYSTEMTIME* now)
-{
-    ++TimesAsked;
-    GetLocalTime(now);
-}
-
-BOOL WINAPI FailToWrite(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*)
-{
-    SetLastError(ERROR_DISK_FULL);
-    return FALSE;
-}
 
 // Opens the log so that others are held off, or is held off itself.
 HANDLE OpenLog(DWORD share)
@@ -90,56 +68,42 @@ HANDLE OpenLog(DWORD share)
 
 TEST_F(TraceSinks, TheSwitchChoosesTheSinks)
 {
-    struct Case
+    const struct
     {
         const char* situation;
-        std::function<void()> arrange;
+        unsigned long type;
+        std::string data;
         bool file, box, debugger;
+    } cases[] = {
+        {"0", REG_DWORD, {"\0\0\0\0", 4}, false, false, false},
+        {"1", REG_DWORD, {"\1\0\0\0", 4}, true, false, false},
+        {"2", REG_DWORD, {"\2\0\0\0", 4}, false, true, false},
+        {"3", REG_DWORD, {"\3\0\0\0", 4}, true, true, false},
+        {"4", REG_DWORD, {"\4\0\0\0", 4}, false, false, true},
+        {"5", REG_DWORD, {"\5\0\0\0", 4}, false, false, false},
+        {"all bits", REG_DWORD, "\xFF\xFF\xFF\xFF", false, false, false},
+        {"no value", REG_NONE, "", false, false, false},
+        {"four bytes of another type", REG_BINARY, {"\1\0\0\0", 4}, true, false, false},
+        {"text of four bytes", REG_SZ, {"\4\0\0\0", 4}, false, false, true},
+        {"one byte", REG_BINARY, "\1", false, false, false},
+        {"no bytes", REG_BINARY, "", false, false, false},
+        {"eight bytes", REG_QWORD, {"\1\0\0\0\0\0\0\0", 8}, false, false, false},
+        {"text", REG_SZ, {"1\0", 2}, false, false, false},
     };
-    const Case cases[] = {
-        {"0", [&] { world.Switch(0); }, false, false, false},
-        {"1", [&] { world.Switch(1); }, true, false, false},
-        {"2", [&] { world.Switch(2); }, false, true, false},
-        {"3", [&] { world.Switch(3); }, true, true, false},
-        {"4", [&] { world.Switch(4); }, false, false, true},
-        {"5", [&] { world.Switch(5); }, false, false, false},
-        {"all bits", [&] { world.Switch(~0ul); }, false, false, false},
-        {"no value", [&] { world.RemoveSwitch(); }, false, false, false},
-        {"four bytes of another type",
-         [&] {
-             world.Switch(REG_BINARY, Bytes({1, 0, 0, 0}));
-         },
-         true, false, false},
-        {"text of four bytes",
-         [&] {
-             world.Switch(REG_SZ, Bytes({4, 0, 0, 0}));
-         },
-         false, false, true},
-        {"one byte", [&] { world.Switch(REG_BINARY, Bytes({1})); }, false, false, false},
-        {"no bytes", [&] { world.Switch(REG_BINARY, ""); }, false, false, false},
-        {"eight bytes",
-         [&] {
-             world.Switch(REG_QWORD, Bytes({1, 0, 0, 0, 0, 0, 0, 0}));
-         },
-         false, false, false},
-        {"text",
-         [&] {
-             world.Switch(REG_SZ, Bytes({'1', 0}));
-         },
-         false, false, false},
-    };
-    for (const Case& row : cases)
+    for (const auto& row : cases)
     {
         SCOPED_TRACE(row.situation);
         world.Clear();
         Boxes.clear();
         DebuggerTexts.clear();
-        row.arrange();
+        if (row.type == REG_NONE)
+            world.RemoveSwitch();
+        else
+            world.Switch(row.type, row.data);
         CSpy spy;
         world.Switch(1); // read when the object was made, never again
-        const int answer = spy.OutputData(42);
+        EXPECT_EQ(spy.OutputData(42), 1);
         const Texts texts = DebuggerTexts;
-        EXPECT_EQ(answer, 1);
         EXPECT_EQ(world.Records(), row.file ? Texts{"(int)42"} : Texts{});
         EXPECT_EQ(Boxes, row.box ? Texts{"GUI debug 0 (int)42\n"} : Texts{});
         ASSERT_EQ(texts.size(), row.debugger ? 1u : 0u);
@@ -150,49 +114,28 @@ TEST_F(TraceSinks, TheSwitchChoosesTheSinks)
 
 TEST_F(TraceSinks, WhoMayNotWriteToTheKeyGetsNoTracing)
 {
-    HKEY key = nullptr;
-    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\TORVANE", 0, KEY_READ | WRITE_DAC, &key), 0);
-    const auto allowEveryone = [key](DWORD rights)
     {
-        SID_IDENTIFIER_AUTHORITY authority = SECURITY_WORLD_SID_AUTHORITY;
-        PSID everyone = nullptr;
-        AllocateAndInitializeSid(&authority, 1, 0, 0, 0, 0, 0, 0, 0, 0, &everyone);
-        alignas(ACL) BYTE list[256];
-        ACL* const acl = reinterpret_cast<ACL*>(list);
-        InitializeAcl(acl, sizeof list, ACL_REVISION);
-        AddAccessAllowedAce(acl, ACL_REVISION, rights, everyone);
-        SECURITY_DESCRIPTOR descriptor;
-        InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-        SetSecurityDescriptorDacl(&descriptor, TRUE, acl, FALSE);
-        EXPECT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor), 0);
-        FreeSid(everyone);
-    };
-    allowEveryone(KEY_READ);
-    {
-        CSpy spy;
-        EXPECT_EQ(spy.OutputData(42), 1);
+        RegistryWorld registry;
+        registry.Restrict(HKEY_LOCAL_MACHINE, "SOFTWARE\\TORVANE", KEY_READ);
+        EXPECT_EQ(CSpy().OutputData(42), 1);
     }
     EXPECT_EQ(world.Log(), "");
-    allowEveryone(KEY_ALL_ACCESS);
-    RegCloseKey(key);
-    CSpy spy;
-    spy.OutputData(42);
+    CSpy().OutputData(42);
     EXPECT_EQ(world.Records(), Texts{"(int)42"});
 }
 
 TEST_F(TraceSinks, SwitchedOffNothingIsFormattedAndOnTheLastErrorStays)
 {
-    const IatPatch patch(Library(), "GetLocalTime", CountTimeQuestions);
     for (const bool on : {false, true})
     {
         world.Switch(on ? 3 : 0);
         CSpy spy;
-        TimesAsked = 0;
+        const Watch<decltype(&GetLocalTime)> timesAsked("GetLocalTime");
         SetLastError(12345);
         spy.OutputData(1);
         spy.OutputData("text");
         EXPECT_EQ(GetLastError(), 12345u);
-        EXPECT_EQ(TimesAsked, on ? 2 : 0);
+        EXPECT_EQ(timesAsked.Calls(), on ? 2 : 0);
     }
 }
 
@@ -254,7 +197,7 @@ TEST_F(TraceSinks, AFullDiskLosesTheRecordOnly)
     CSpy spy;
     spy.OutputData(1);
     {
-        const IatPatch full(GetModuleHandleA("tvkframe.dll"), "WriteFile", FailToWrite);
+        const Watch<decltype(&WriteFile)> full("WriteFile", 1, GetModuleHandleA("tvkframe.dll"));
         EXPECT_EQ(spy.OutputData(2), 1);
     }
     spy.OutputData(3);

@@ -37,8 +37,7 @@ TEST(Drawing, FromHandleAnswersTheAttachedObject)
     EXPECT_EQ(CBitmap::FromHandle(nullptr), nullptr);
     const HGDIOBJ handle = bitmap.Detach();
     CBitmap* temporary = CBitmap::FromHandle(static_cast<HBITMAP>(handle));
-    EXPECT_NE(temporary, &bitmap);
-    EXPECT_EQ(temporary->m_hObject, handle);
+    EXPECT_TRUE(temporary != &bitmap && temporary->m_hObject == handle);
     EXPECT_EQ(CBitmap::FromHandle(static_cast<HBITMAP>(handle)), temporary);
     CGdiObject::DeleteTempMap();
     EXPECT_EQ(GetObjectType(handle), static_cast<DWORD>(OBJ_BITMAP)) << "a temporary object owns nothing";
@@ -75,25 +74,24 @@ TEST(Drawing, DrawsWithSelectedObjects)
 
 TEST(Drawing, FreesWhatItOwns)
 {
-    const auto round = [](int)
-    {
-        CDC dc;
-        dc.CreateCompatibleDC(nullptr);
-        CBitmap bitmap;
-        bitmap.CreateBitmap(8, 8, 1, 32, nullptr);
-        CBitmap* old = dc.SelectObject(&bitmap);
-        CRgn region;
-        region.CreateEllipticRgn(0, 0, 8, 8);
-        CRgn copy;
-        copy.CreateRectRgn(0, 0, 0, 0);
-        EXPECT_EQ(copy.CopyRgn(&region), COMPLEXREGION);
-        EXPECT_TRUE(copy.EqualRgn(&region));
-        dc.SelectClipRgn(&region);
-        CFont font;
-        font.CreatePointFont(100, "MS Shell Dlg");
-        dc.SelectObject(old);
-        CClientDC screen(nullptr);
-        EXPECT_NE(screen.GetPixel(0, 0), CLR_INVALID);
-    };
-    ExpectNothingLeftBehind(210, round);
+    ExpectNothingLeftBehind(210,
+                            [](int)
+                            {
+                                CDC dc;
+                                dc.CreateCompatibleDC(nullptr);
+                                CBitmap bitmap;
+                                bitmap.CreateBitmap(8, 8, 1, 32, nullptr);
+                                CBitmap* old = dc.SelectObject(&bitmap);
+                                CRgn region, copy;
+                                region.CreateEllipticRgn(0, 0, 8, 8);
+                                copy.CreateRectRgn(0, 0, 0, 0);
+                                EXPECT_EQ(copy.CopyRgn(&region), COMPLEXREGION);
+                                EXPECT_TRUE(copy.EqualRgn(&region));
+                                dc.SelectClipRgn(&region);
+                                CFont font;
+                                font.CreatePointFont(100, "MS Shell Dlg");
+                                dc.SelectObject(old);
+                                CClientDC screen(nullptr);
+                                EXPECT_NE(screen.GetPixel(0, 0), CLR_INVALID);
+                            });
 }

@@ -4,7 +4,7 @@ IMPLEMENT_DYNAMIC(CTestException, CException)
 
 static int LivingExceptions = 0;
 
-CTestException::CTestException(int number) : m_number(number)
+CTestException::CTestException()
 {
     ++LivingExceptions;
 }
@@ -24,7 +24,7 @@ void ThrowFromExtension(Thrown what)
     switch (what)
     {
     case Thrown::Own:
-        throw new CTestException(7);
+        throw new CTestException;
     case Thrown::Memory:
         AfxThrowMemoryException();
     case Thrown::File:

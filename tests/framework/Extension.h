@@ -7,9 +7,8 @@ class AFX_EXT_CLASS CTestException : public CException
 {
     DECLARE_DYNAMIC(CTestException)
 public:
-    explicit CTestException(int number);
+    CTestException();
     ~CTestException() override;
-    int m_number;
     static int Living();
 };
 

@@ -1,6 +1,8 @@
 // Windows: message maps, subclassing, reflection, and what happens when handlers throw or windows end.
 #include "ids.h"
 #include <afxwin.h>
+#include "support/GdiObjects.h"
+#include "support/Screen.h"
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <string>
@@ -94,21 +96,6 @@ BEGIN_MESSAGE_MAP(CDerived, CRecorder)
     ON_COMMAND(500, &CDerived::OnChoice)
 END_MESSAGE_MAP()
 
-void Pump(DWORD milliseconds)
-{
-    for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(5))
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
-            DispatchMessageA(&message);
-}
-
-int LivingWindows()
-{
-    int count = 0;
-    const auto add = [](HWND, LPARAM counter) -> BOOL { return ++*reinterpret_cast<int*>(counter); };
-    EnumThreadWindows(GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&count));
-    return count;
-}
-
 class CCountingEdit : public CEdit
 {
 public:
@@ -132,7 +119,6 @@ class CReflecting : public CButton
 public:
     int m_clicks = 0, m_draws = 0;
     bool m_pass = false;
-    CBrush m_brush{RGB(1, 2, 3)};
     void DrawItem(LPDRAWITEMSTRUCT item) override
     {
         ++m_draws;
@@ -141,14 +127,10 @@ public:
 
 protected:
     BOOL OnClicked() { return ++m_clicks > 0 && !m_pass; }
-    HBRUSH CtlColor(CDC*, UINT type) { return type == CTLCOLOR_BTN ? m_brush : static_cast<HBRUSH>(nullptr); }
-    void OnHot(NMHDR*, LRESULT* result) { *result = 5; }
     DECLARE_MESSAGE_MAP()
 };
 BEGIN_MESSAGE_MAP(CReflecting, CButton)
     ON_CONTROL_REFLECT_EX(BN_CLICKED, &CReflecting::OnClicked)
-    ON_WM_CTLCOLOR_REFLECT()
-    ON_NOTIFY_REFLECT(NM_CLICK, &CReflecting::OnHot)
 END_MESSAGE_MAP()
 } // namespace
 
@@ -167,8 +149,14 @@ TEST(Windows, MessagesReachTheirHandlers)
     EXPECT_EQ(window.SendMessage(TestMessage, 40, 2), 42);
     EXPECT_EQ(window.SendMessage(RegisteredMessage), 77);
     window.SetTimer(9, 10, nullptr);
-    Pump(200);
+    PumpMessages(200);
     EXPECT_EQ(window.m_calls.back(), "timer 9");
+    window.ShowWindow(SW_SHOWNOACTIVATE);
+    window.UpdateWindow();
+    EXPECT_EQ(window.m_calls.back(), "paint");
+    EXPECT_EQ(ShownPixel(window, {100, 50}), RGB(10, 20, 30));
+    window.MoveWindow(0, 0, 120, 90);
+    EXPECT_NE(std::find(window.m_calls.begin(), window.m_calls.end(), "size 120x90"), window.m_calls.end());
 
     CDerived derived;
     ASSERT_TRUE(derived.Make());
@@ -178,27 +166,13 @@ TEST(Windows, MessagesReachTheirHandlers)
     EXPECT_EQ(derived.m_calls, (std::vector<std::string>{"derived choice", "range 501"}));
 }
 
-TEST(Windows, PaintAndEraseThroughTheMap)
-{
-    CRecorder window;
-    ASSERT_TRUE(window.Make());
-    window.ShowWindow(SW_SHOWNOACTIVATE);
-    window.UpdateWindow();
-    EXPECT_EQ(window.m_calls.back(), "paint");
-    CClientDC dc(&window);
-    EXPECT_EQ(dc.GetPixel(100, 50), RGB(10, 20, 30));
-    window.MoveWindow(0, 0, 120, 90);
-    EXPECT_NE(std::find(window.m_calls.begin(), window.m_calls.end(), "size 120x90"), window.m_calls.end());
-}
-
 TEST(Windows, LifeFromCreationToTheEnd)
 {
     CRecorder window;
     window.m_refuse = true;
     EXPECT_FALSE(window.Make());
     EXPECT_EQ(window.m_hWnd, nullptr);
-    EXPECT_EQ(window.m_calls.front(), "create recorder");
-    EXPECT_EQ(window.m_calls.back(), "gone");
+    EXPECT_EQ(window.m_calls.front() + window.m_calls.back(), "create recordergone");
     window.m_refuse = false;
     window.m_calls.clear();
     ASSERT_TRUE(window.Make());
@@ -206,8 +180,7 @@ TEST(Windows, LifeFromCreationToTheEnd)
     EXPECT_TRUE(window.DestroyWindow());
     EXPECT_EQ(window.m_hWnd, nullptr);
     EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
-    EXPECT_EQ(window.m_calls[window.m_calls.size() - 2], "destroy");
-    EXPECT_EQ(window.m_calls.back(), "gone");
+    EXPECT_EQ(window.m_calls, (std::vector<std::string>{"create recorder", "size 200x100", "destroy", "gone"}));
     EXPECT_FALSE(IsWindow(handle));
 
     // An object that deletes itself with its window.
@@ -227,16 +200,15 @@ TEST(Windows, LifeFromCreationToTheEnd)
 
 TEST(Windows, ManyRoundsLeaveNothing)
 {
-    const int before = LivingWindows();
-    for (int round = 0; round < 300; ++round)
-    {
-        CRecorder window;
-        ASSERT_TRUE(window.Make());
-        CButton button;
-        ASSERT_TRUE(button.Create("b", WS_CHILD, CRect(0, 0, 10, 10), &window, 600));
-        EXPECT_NE(window.GetDlgItem(600), nullptr);
-    }
-    EXPECT_EQ(LivingWindows(), before);
+    ExpectNothingLeftBehind(300,
+                            [](int)
+                            {
+                                CRecorder window;
+                                ASSERT_TRUE(window.Make());
+                                CButton button;
+                                ASSERT_TRUE(button.Create("b", WS_CHILD, CRect(0, 0, 10, 10), &window, 600));
+                                EXPECT_NE(window.GetDlgItem(600), nullptr);
+                            });
     CWnd::DeleteTempMap();
 }
 
@@ -287,17 +259,7 @@ TEST(Windows, ControlsAnswerWhatTheySentToTheirParent)
     parent.ShowWindow(SW_SHOWNOACTIVATE);
     button.RedrawWindow();
     EXPECT_GT(button.m_draws, 0);
-    CClientDC dc(&button);
-    EXPECT_EQ(dc.GetPixel(5, 5), RGB(200, 0, 0));
-
-    const auto context = reinterpret_cast<WPARAM>(dc.m_hDC);
-    const auto control = reinterpret_cast<LPARAM>(button.m_hWnd);
-    EXPECT_EQ(reinterpret_cast<HBRUSH>(parent.SendMessage(WM_CTLCOLORBTN, context, control)),
-              static_cast<HBRUSH>(button.m_brush));
-    EXPECT_NE(reinterpret_cast<HBRUSH>(parent.SendMessage(WM_CTLCOLORSTATIC, context, control)), nullptr)
-        << "what the control declines, the system answers";
-    NMHDR header = {button, 600, static_cast<UINT>(NM_CLICK)};
-    EXPECT_EQ(parent.SendMessage(WM_NOTIFY, 600, reinterpret_cast<LPARAM>(&header)), 5);
+    EXPECT_EQ(ShownPixel(button, {5, 5}), RGB(200, 0, 0));
 }
 
 // Exceptions end in the window procedure; creation fails, painting counts as done, the rest tells the user.
@@ -333,7 +295,7 @@ TEST(Windows, ExceptionsStayInTheWindowProcedure)
     window.m_when = WM_PAINT;
     ASSERT_TRUE(window.CreateEx(0, nullptr, "", WS_POPUP, CRect(0, 0, 50, 50), nullptr, 0));
     window.ShowWindow(SW_SHOWNOACTIVATE);
-    Pump(100);
+    PumpMessages(100);
     EXPECT_GE(window.m_paints, 1);
     EXPECT_LT(window.m_paints, 10) << "the area was never validated";
     window.m_when = TestMessage;

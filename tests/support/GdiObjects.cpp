@@ -11,7 +11,7 @@ int CountWindows()
 {
     int count = 0;
     for (UINT_PTR handle = 1; handle <= LastHandle; ++handle)
-        count += IsWindow(reinterpret_cast<HWND>(handle));
+        count += GetWindowThreadProcessId(reinterpret_cast<HWND>(handle), nullptr) == GetCurrentThreadId();
     return count;
 }
 } // namespace

@@ -1,4 +1,4 @@
-// The tests' main: a crash ends the program at once, with an exit code and a backtrace of module offsets instead of a
+// The tests' main: a crash ends the program at once, with an exit code and its place in its module instead of a
 // dialog; `--probe NAME` runs a registered probe in place of the tests.
 #include "Probe.h"
 #include <windows.h>
@@ -10,32 +10,15 @@ namespace
 {
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* pointers)
 {
-    std::fprintf(stderr, "\n*** CRASH code %08lx at %p\n", pointers->ExceptionRecord->ExceptionCode,
-                 pointers->ExceptionRecord->ExceptionAddress);
-    CONTEXT context = *pointers->ContextRecord;
-    for (int frame = 0; frame < 40 && context.Rip; ++frame)
-    {
-        HMODULE module = nullptr;
-        char name[MAX_PATH] = "?";
-        GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                           reinterpret_cast<LPCSTR>(context.Rip), &module);
-        if (module)
-            GetModuleFileNameA(module, name, MAX_PATH);
-        std::fprintf(stderr, "  #%d %s+0x%llx\n", frame, name, context.Rip - reinterpret_cast<DWORD64>(module));
-        DWORD64 base = 0;
-        PRUNTIME_FUNCTION function = RtlLookupFunctionEntry(context.Rip, &base, nullptr);
-        if (!function)
-        {
-            if (frame)
-                break;
-            context.Rip = *reinterpret_cast<DWORD64*>(context.Rsp); // a leaf, or a call through a bad pointer
-            context.Rsp += 8;
-            continue;
-        }
-        void* handler = nullptr;
-        DWORD64 establisher = 0;
-        RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, function, &context, &handler, &establisher, nullptr);
-    }
+    const void* const address = pointers->ExceptionRecord->ExceptionAddress;
+    HMODULE module = nullptr;
+    char name[MAX_PATH] = "?";
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<LPCSTR>(address), &module);
+    if (module)
+        GetModuleFileNameA(module, name, MAX_PATH);
+    std::fprintf(stderr, "\n*** CRASH code %08lx at %s+0x%llx\n", pointers->ExceptionRecord->ExceptionCode, name,
+                 reinterpret_cast<ULONG_PTR>(address) - reinterpret_cast<ULONG_PTR>(module));
     std::fflush(stderr);
     TerminateProcess(GetCurrentProcess(), 127); // Wine passes on the low eight bits: never a multiple of 256
     return EXCEPTION_EXECUTE_HANDLER;

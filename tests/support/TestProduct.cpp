@@ -8,35 +8,13 @@ constexpr int LanguageString = 8003;
 constexpr int StringsInBlock = 16;
 
 /// A block of the string table with one string.
-std::wstring StringBlock(int id, const std::string& text)
+std::string StringBlock(int id, const std::string& text)
 {
     std::wstring block(static_cast<size_t>(id % StringsInBlock), L'\0');
     block += static_cast<wchar_t>(text.size());
-    for (const char character : text)
-        block += static_cast<wchar_t>(character);
+    block.append(text.begin(), text.end());
     block.append(StringsInBlock - 1 - id % StringsInBlock, L'\0');
-    return block;
-}
-
-void WriteLibrary(const std::string& path, const SettingList& settings, const std::string& language)
-{
-    const std::string seed = TestFolder() + TestProduct::LibraryName();
-    ASSERT_TRUE(CopyFileA(seed.c_str(), path.c_str(), FALSE)) << path << ": " << GetLastError();
-    const HANDLE update = BeginUpdateResourceA(path.c_str(), TRUE);
-    ASSERT_TRUE(update) << path << ": " << GetLastError();
-    const auto type = [](WORD id) { return reinterpret_cast<LPCSTR>(static_cast<ULONG_PTR>(id)); };
-    for (const TestSetting& setting : settings)
-    {
-        std::string bytes = setting.bytes;
-        UpdateResourceA(update, type(10), setting.key.c_str(), 0, bytes.data(), static_cast<DWORD>(bytes.size()));
-    }
-    if (!language.empty())
-    {
-        std::wstring block = StringBlock(LanguageString, language);
-        UpdateResourceA(update, type(6), type(LanguageString / StringsInBlock + 1), 0, block.data(),
-                        static_cast<DWORD>(block.size() * sizeof(wchar_t)));
-    }
-    ASSERT_TRUE(EndUpdateResourceA(update, FALSE)) << path << ": " << GetLastError();
+    return {reinterpret_cast<const char*>(block.data()), block.size() * sizeof(wchar_t)};
 }
 
 std::string MakeProductFolder()
@@ -48,10 +26,28 @@ std::string MakeProductFolder()
 }
 } // namespace
 
+void WriteLibrary(const std::string& path, const std::vector<TestResource>& resources)
+{
+    const std::string seed = TestFolder() + TestProduct::LibraryName();
+    ASSERT_TRUE(CopyFileA(seed.c_str(), path.c_str(), FALSE)) << path << ": " << GetLastError();
+    const HANDLE update = BeginUpdateResourceA(path.c_str(), TRUE);
+    ASSERT_TRUE(update) << path << ": " << GetLastError();
+    for (TestResource resource : resources)
+        UpdateResourceA(update, resource.type, resource.name, 0, resource.bytes.data(),
+                        static_cast<DWORD>(resource.bytes.size()));
+    ASSERT_TRUE(EndUpdateResourceA(update, FALSE)) << path << ": " << GetLastError();
+}
+
 TestLibrary::TestLibrary(const std::string& fileName, const SettingList& settings, const std::string& language)
     : m_path(TestFolder() + fileName)
 {
-    WriteLibrary(m_path, settings, language);
+    std::vector<TestResource> resources;
+    for (const TestSetting& setting : settings)
+        resources.push_back({MAKEINTRESOURCEA(10), setting.key.c_str(), setting.bytes});
+    if (!language.empty())
+        resources.push_back({MAKEINTRESOURCEA(6), MAKEINTRESOURCEA(LanguageString / StringsInBlock + 1),
+                             StringBlock(LanguageString, language)});
+    WriteLibrary(m_path, resources);
 }
 
 TestLibrary::~TestLibrary()

@@ -24,6 +24,15 @@ using TestSettings = std::initializer_list<TestSetting>;
 /// Settings that a test puts together.
 using SettingList = std::vector<TestSetting>;
 
+/// A resource as a library holds it, of the neutral language.
+struct TestResource
+{
+    LPCSTR type, name;
+    std::string bytes;
+};
+/// Writes a resource-only library with these resources and no others.
+void WriteLibrary(const std::string& path, const std::vector<TestResource>& resources);
+
 /// A settings library in a file, not loaded.
 class TestLibrary
 {

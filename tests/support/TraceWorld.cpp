@@ -21,16 +21,11 @@ const std::regex& TimeStamp()
 
 TraceWorld::TraceWorld(unsigned long guilog)
 {
-    HKEY key = nullptr;
-    m_keyWasThere = RegOpenKeyExA(HKEY_LOCAL_MACHINE, Key, 0, KEY_READ, &key) == ERROR_SUCCESS;
-    if (m_keyWasThere)
-    {
-        BYTE data[256];
-        DWORD size = sizeof data, type = 0;
-        if (RegQueryValueExA(key, Name, nullptr, &type, data, &size) == ERROR_SUCCESS)
-            m_former = Value{type, std::string(data, data + size)};
-        RegCloseKey(key);
-    }
+    m_registry.Claim(HKEY_LOCAL_MACHINE, Key);
+    BYTE data[256];
+    DWORD size = sizeof data, type = 0;
+    if (RegGetValueA(HKEY_LOCAL_MACHINE, Key, Name, RRF_RT_ANY, &type, data, &size) == ERROR_SUCCESS)
+        m_former = Value{type, std::string(data, data + size)};
     Clear();
     Switch(guilog);
 }
@@ -41,8 +36,6 @@ TraceWorld::~TraceWorld()
         Switch(m_former->type, m_former->data);
     else
         RemoveSwitch();
-    if (!m_keyWasThere)
-        RegDeleteKeyA(HKEY_LOCAL_MACHINE, Key);
     Clear();
     DeleteFileA(LogPath().c_str());
 }

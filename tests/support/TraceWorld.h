@@ -3,6 +3,7 @@
 // ALONE.
 #pragma once
 
+#include "RegistryWorld.h"
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,7 +39,7 @@ private:
         unsigned long type;
         std::string data;
     };
-    bool m_keyWasThere;
+    RegistryWorld m_registry;
     std::optional<Value> m_former;
 };
 
