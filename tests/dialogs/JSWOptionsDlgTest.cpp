@@ -434,9 +434,9 @@ TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
         EXPECT_EQ(dialog.m_bSkinChanged, changed);
         EXPECT_EQ(g_boxes.size(), boxes);
     }
-    const CRect frame = AreaOf(dialog, IDC_JSW_SKIN_LABEL), area = AreaOf(dialog, IDC_JSW_SKIN_PREVIEW);
-    const int beside = (area.top - frame.top) * frame.Width() + area.right - frame.left;
-    EXPECT_EQ(ShownPixels(dialog, IDC_JSW_SKIN_LABEL)[static_cast<std::size_t>(beside)], m_face);
+    const auto width = static_cast<std::size_t>(AreaOf(dialog, IDC_JSW_SKIN_PREVIEW).Width());
+    EXPECT_EQ(ShownPixels(dialog, IDC_JSW_SKIN_PREVIEW)[8 * width + width / 2], m_face)
+        << "above what was made smaller";
 }
 
 TEST_F(OptionsDialog, UnknownWindowsDirectoryIsTraced)
@@ -508,26 +508,21 @@ TEST_F(OptionsDialog, SettingsAndRetailerHideTheSkins)
 
 TEST_F(OptionsDialog, TextsAndPlaceFollowTheHost)
 {
-    CString caption;
-    CRect window;
+    CRect window, place(40, 60, 41, 61), outside(5000, -300, 5001, -299);
+    for (const bool own : {false, true})
     {
-        const Options dialog(m_skins);
-        dialog.GetWindowText(caption);
-        EXPECT_EQ(caption, Printer);
-        EXPECT_EQ(dialog.Text(IDC_JSW_WARNING), "Warnings are always shown.");
+        Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", own ? 1ul : 0ul}});
+        CString caption(own ? "Window options" : ""), shown;
+        const Options dialog(m_skins, &caption, own ? JSWOptionsDlg::StayOnTop : 0ul, own ? &place : nullptr);
+        dialog.GetWindowText(shown);
+        EXPECT_EQ(shown, own ? "Window options" : Printer);
+        EXPECT_EQ(dialog.Text(IDC_JSW_WARNING),
+                  own ? "Warnings, such as ink running low, are always shown." : "Warnings are always shown.");
         EXPECT_EQ(dialog.Text(IDC_JSW_SKIN_LINK), "More skins online");
-        EXPECT_FALSE(dialog.GetExStyle() & WS_EX_TOPMOST);
+        EXPECT_EQ((dialog.GetExStyle() & WS_EX_TOPMOST) != 0, own);
+        dialog.GetWindowRect(&window);
+        EXPECT_EQ(window.TopLeft() == CPoint(40, 60), own);
     }
-    Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", 1ul}});
-    caption = "Window options";
-    CRect place(40, 60, 41, 61), outside(5000, -300, 5001, -299);
-    Options dialog(m_skins, &caption, JSWOptionsDlg::StayOnTop, &place);
-    dialog.GetWindowRect(&window);
-    EXPECT_EQ(window.TopLeft(), CPoint(40, 60));
-    dialog.GetWindowText(caption);
-    EXPECT_EQ(caption, "Window options");
-    EXPECT_TRUE(dialog.GetExStyle() & WS_EX_TOPMOST);
-    EXPECT_EQ(dialog.Text(IDC_JSW_WARNING), "Warnings, such as ink running low, are always shown.");
     const Options other(m_skins, nullptr, 0, &outside);
     other.GetWindowRect(&window);
     EXPECT_EQ(window.top, 0);
@@ -552,13 +547,20 @@ TEST_F(OptionsDialog, EveryWayOfClosingPutsTheResourceHandleBack)
         EXPECT_EQ(RunModal(dialog, message, wParam), 1) << "hosts do not tell OK from Cancel";
         EXPECT_EQ(AfxGetResourceHandle(), m_library);
     }
-    for (const bool destroyed : {true, false})
+    CWinApp application; // its main window owns what is opened without an owner
+    for (const bool withOwner : {true, false})
     {
+        CWnd owner;
+        owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
+        application.m_pMainWnd = &owner;
         Options dialog(m_skins);
+        EXPECT_EQ(dialog.GetOwner(), &owner);
+        application.m_pMainWnd = nullptr;
         AfxSetResourceHandle(m_host);
-        if (destroyed)
-            dialog.DestroyWindow();
-        EXPECT_EQ(AfxGetResourceHandle(), destroyed ? m_library : m_host);
+        if (withOwner)
+            owner.DestroyWindow();
+        EXPECT_EQ(dialog.m_hWnd == nullptr, withOwner);
+        EXPECT_EQ(AfxGetResourceHandle(), withOwner ? m_library : m_host);
     }
     EXPECT_EQ(AfxGetResourceHandle(), m_library) << "the object destroyed";
 
@@ -578,22 +580,6 @@ TEST_F(OptionsDialog, EveryWayOfClosingPutsTheResourceHandleBack)
     EXPECT_EQ(second.DoModal(), -1) << "no template";
     AfxSetResourceHandle(m_library);
     FreeLibrary(copy);
-}
-
-TEST_F(OptionsDialog, GoesWithItsOwner)
-{
-    CWinApp application; // its main window owns what is opened without an owner
-    CWnd owner;
-    owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
-    application.m_pMainWnd = &owner;
-    m_skins.Add("dlgt1.dll");
-    Options dialog(m_skins);
-    ASSERT_EQ(dialog.GetOwner(), &owner);
-    AfxSetResourceHandle(m_host);
-    application.m_pMainWnd = nullptr;
-    owner.DestroyWindow();
-    EXPECT_EQ(dialog.m_hWnd, nullptr);
-    EXPECT_EQ(AfxGetResourceHandle(), m_library);
 }
 
 TEST_F(OptionsDialog, ControlsLeadToHelpAndToTheSkinPage)
@@ -661,28 +647,20 @@ TEST_F(OptionsDialog, PreviewIsMirroredWithTheDialogInItsOwnColours)
     }
 }
 
-TEST_F(OptionsDialog, LinkIsDrawnByTheDialog)
+TEST_F(OptionsDialog, IsLaidOutWellAndDrawsItsLink)
 {
     for (const bool mirrored : {false, true})
     {
         const RightToLeft layout(mirrored);
+        Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", mirrored ? 0ul : 1ul}});
         Options dialog(m_skins);
+        EXPECT_THAT(LayoutFaults(dialog), IsEmpty());
         const auto shown = ShownPixels(dialog, IDC_JSW_SKIN_LINK);
         EXPECT_GT(std::count(shown.begin(), shown.end(), RGB(255, 255, 255)), 200) << "white text";
         EXPECT_EQ(shown[0], m_face) << "round corners";
         dialog.SendDlgItemMessage(IDC_JSW_SKIN_LINK, WM_MOUSEMOVE, 0, MAKELPARAM(60, 12));
         EXPECT_EQ(ShownPixels(dialog, IDC_JSW_SKIN_LINK), shown) << "all states look alike";
         ReleaseCapture();
-    }
-}
-
-TEST_F(OptionsDialog, IsLaidOutWell)
-{
-    for (const bool mirrored : {false, true})
-    {
-        const RightToLeft layout(mirrored);
-        Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", mirrored ? 0ul : 1ul}});
-        EXPECT_THAT(LayoutFaults(Options(m_skins)), IsEmpty());
     }
 }
 
