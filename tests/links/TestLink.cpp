@@ -1,5 +1,6 @@
 #include "TestLink.h"
 #include <algorithm>
+#include <fstream>
 
 const LinkName LinkNames[15] = {
     {"offer", "IDO_SPECIALOFFER_SUBURL", "IDO_SPECIALOFFER_URL_OVERRIDE"},
@@ -73,4 +74,26 @@ SettingList AddressSettings(const SettingList& changes)
             *known = change;
     }
     return settings;
+}
+
+std::string StandardAddress(const std::string& subUrl, const std::string& windows)
+{
+    return "http://base/go?f=" + subUrl + "&l=0&p=PC&c=00000409&o=" + windows + "&s=SV";
+}
+
+RetailerFile::RetailerFile(const std::string& text)
+{
+    std::ofstream(m_path, std::ios::binary) << text;
+}
+
+TestBrowser::TestBrowser(const std::string& arguments)
+{
+    Register(quoted + arguments);
+}
+
+void TestBrowser::Register(const std::string& command, DWORD type)
+{
+    world.SetText(HKEY_CLASSES_ROOT, ".htm", "", "webdoc");
+    world.Set(HKEY_CLASSES_ROOT, "webdoc\\shell\\open\\command", "", type,
+              command + (type == REG_SZ ? std::string(1, '\0') : ""));
 }

@@ -20,7 +20,7 @@ ProgramStart RecordingProgram::Recorded(const std::function<void()>& call, bool 
     const std::string report = m_path + ".txt";
     DeleteFileA(report.c_str());
     call();
-    for (int tries = 0; tries < (started ? 500 : 10); ++tries)
+    for (int tries = 0; tries < (started ? 2000 : 10); ++tries)
     {
         ProgramStart start;
         std::ifstream file(report, std::ios::binary);

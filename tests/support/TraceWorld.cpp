@@ -90,6 +90,15 @@ std::vector<std::string> TraceWorld::Records() const
     return records;
 }
 
+std::string TraceWorld::Steps() const
+{
+    std::string steps;
+    for (const std::string& record : Records())
+        if (record.find("---->") == std::string::npos)
+            steps += record + "\n";
+    return steps;
+}
+
 void TraceWorld::Clear()
 {
     const HANDLE file = CreateFileA(LogPath().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,

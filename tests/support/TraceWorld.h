@@ -30,6 +30,8 @@ public:
     /// The bodies of the log's records: what follows the time stamp and two blanks, without the last line feed. Every
     /// record's time stamp is checked for its shape, and the file for ending in a line feed.
     std::vector<std::string> Records() const;
+    /// The records without the look-ups of settings, one a line.
+    std::string Steps() const;
     /// Empties the log; traces that hold it open go on.
     void Clear();
 
