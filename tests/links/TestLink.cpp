@@ -1,4 +1,5 @@
 #include "TestLink.h"
+#include "links/StoreAddress.h"
 #include <algorithm>
 #include <fstream>
 
@@ -79,6 +80,18 @@ SettingList AddressSettings(const SettingList& changes)
 std::string StandardAddress(const std::string& subUrl, const std::string& windows)
 {
     return "http://base/go?f=" + subUrl + "&l=0&p=PC&c=00000409&o=" + windows + "&s=SV";
+}
+
+SettingList StoreSettings(SettingList changes)
+{
+    changes.emplace_back("IDO_TORVANEURL", OEM_ACCESSORIES_ADDRESS);
+    changes.emplace_back("IDO_CTRY_URLPARAM", "?c=");
+    return AddressSettings(changes);
+}
+
+std::string StoreAddress(const std::string& tag, const std::string& rest)
+{
+    return OEM_ACCESSORIES_ADDRESS + std::string("?c=00000409&ST=") + tag + "&p=PC" + rest;
 }
 
 RetailerFile::RetailerFile(const std::string& text)

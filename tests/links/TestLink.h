@@ -34,6 +34,12 @@ SettingList AddressSettings(const SettingList& changes = {});
 /// What these settings make of a sub-URL, under Windows XP in English.
 std::string StandardAddress(const std::string& subUrl, const std::string& windows = "wxp");
 
+/// The same for a product of the store.
+SettingList StoreSettings(SettingList changes = {});
+std::string StoreAddress(const std::string& tag, const std::string& rest = "");
+/// The supplies keys of these products: that of the maker's own tool, and the store's.
+constexpr char OwnKey[] = "SOFTWARE\\TorvaneTest\\Own\\M1", StoreKey[] = "SOFTWARE\\TorvaneTest\\Store\\M1";
+
 /// A kind of link: its name and its settings' keys.
 struct LinkName
 {

@@ -5,23 +5,12 @@
 #include "support/FakeVersion.h"
 #include "support/OpenHandles.h"
 #include "support/Probe.h"
-#include "support/RedirectedRoot.h"
-#include "support/RegistryWorld.h"
 #include <gtest/gtest.h>
 #include <cstdio>
-#include <fstream>
 #include <algorithm>
-#include <optional>
 
 namespace
 {
-constexpr char Standard[] = "&l=0&p=PC&c=00000409&o=wxp&s=SV";
-
-std::string StandardAddress(const std::string& subUrl)
-{
-    return "http://base/go?f=" + subUrl + Standard;
-}
-
 /// A report with these identities, and levels from InkPercent1 on.
 INKINFO Ink(int first, int second, std::initializer_list<int> levels)
 {
@@ -97,39 +86,29 @@ TEST(Url, MissingSettingsReadAsErrors)
     EXPECT_EQ(link.Address(), "ERRORERROR00000409&ST=00000ERRORERRORERROR50ERROR2ERROR30ERROR1");
 }
 
+PROBE(Address)
+{
+    const TestProduct product(AddressSettings());
+    std::puts(TestLink().Get("home").c_str());
+    return 0;
+}
+
 TEST(Url, WindowsVersionAndLocale)
 {
-    const char* const codes[] = {"w9x", nullptr, nullptr, "w9x", "w9x", "w9x", "w9x", "nt4", "w2k", "wxp"};
+    for (const auto& [version, code] :
+         {std::pair("win98", "w9x"), {"nt40", "nt4"}, {"win2k", "w2k"}}) // programs really run under these
+        EXPECT_EQ(RunProbeUnder(version, "Address").output, StandardAddress("home", code) + "\n");
     const TestProduct product(AddressSettings());
-    for (int version = 0; version < 10; ++version)
+    for (const auto& [version, code] :
+         {std::pair(0, "w9x"), {3, "w9x"}, {4, "w9x"}, {5, "w9x"}, {6, "w9x"}, {7, "nt4"}, {8, "w2k"}, {9, "wxp"}})
     {
-        if (!codes[version])
-            continue;
         const FakeVersion fake(version);
-        EXPECT_EQ(TestLink().Get("home"),
-                  std::string("http://base/go?f=home&l=0&p=PC&c=00000409&o=") + codes[version] + "&s=SV");
+        EXPECT_EQ(TestLink().Get("home"), StandardAddress("home", code)) << version;
     }
     const RedirectedRoot user(HKEY_CURRENT_USER);
     RegistryWorld world;
     world.SetText(HKEY_CURRENT_USER, "Control Panel\\International", "Locale", "00000C0A");
     EXPECT_EQ(TestLink().Get("home"), "http://base/go?f=home&l=28&p=PC&c=00000C0A&o=wxp&s=SV");
-}
-
-PROBE(Address)
-{
-    const TestProduct product(AddressSettings());
-    TestLink link;
-    link.m_bReadIniURL = 1;
-    std::puts(link.Get("home").c_str());
-    return 0;
-}
-
-TEST(Url, OlderWindows)
-{
-    const std::pair<const char*, const char*> versions[] = {{"win98", "w9x"}, {"nt40", "nt4"}, {"win2k", "w2k"}};
-    for (const auto& [version, code] : versions)
-        EXPECT_EQ(RunProbeUnder(version, "Address").output,
-                  std::string("http://base/go?f=home&l=0&p=PC&c=00000409&o=") + code + "&s=SV\n");
 }
 
 TEST(Url, CartridgesOfTheStandardAddress)
@@ -175,24 +154,6 @@ TEST(Url, CartridgesOfTheStandardAddress)
     }
 }
 
-namespace
-{
-/// A product of the store.
-SettingList StoreSettings(SettingList changes = {})
-{
-    changes.emplace_back("IDO_TORVANEURL", OEM_ACCESSORIES_ADDRESS);
-    changes.emplace_back("IDO_CTRY_URLPARAM", "?c=");
-    return AddressSettings(changes);
-}
-
-std::string StoreAddress(const std::string& tag, const std::string& rest = "")
-{
-    return OEM_ACCESSORIES_ADDRESS + std::string("?c=00000409&ST=") + tag + "&p=PC" + rest;
-}
-
-constexpr char OwnKey[] = "SOFTWARE\\TorvaneTest\\Own\\M1", StoreKey[] = "SOFTWARE\\TorvaneTest\\Store\\M1";
-} // namespace
-
 TEST(Url, StoreAddresses)
 {
     INKINFO ink = Ink(143, 114, {9, -101, 5, 5, 40, 30, 120});
@@ -230,32 +191,26 @@ TEST(Url, ServiceTagsFromTheRegistry)
         {REG_BINARY, std::string(70000, 'L'), "00000"},
         {REG_SZ, std::string("\xC4\xFF&?\0", 5), "\xC4\xFF&?"},
     };
-    const TestProduct product(StoreSettings());
-    for (const auto& row : table)
-    {
-        RegistryWorld world;
-        world.Set(HKEY_LOCAL_MACHINE, StoreKey, "Tag", row.type, row.bytes);
-        EXPECT_EQ(TestLink().Get("home"), StoreAddress(row.tag)) << row.type << " " << row.bytes.size();
-    }
     RegistryWorld world;
-    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Other", "x");
-    EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no such value";
-    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Tag", "T");
-    EXPECT_EQ(TestLink().Get("home"), StoreAddress("T"));
-    world.Restrict(HKEY_LOCAL_MACHINE, StoreKey, KEY_READ);
-    EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no access but for reading";
-}
-
-TEST(Url, OneClickOrderingHasAKeyOfItsOwn)
-{
-    RegistryWorld world;
-    world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Tag", "store");
     world.SetText(HKEY_LOCAL_MACHINE, OwnKey, "Tag", "own");
-    for (const unsigned long oneClick : {0ul, 1ul, 2ul})
+    {
+        const TestProduct product(StoreSettings());
+        world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Other", "x");
+        EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no such value";
+        for (const auto& row : table)
+        {
+            world.Set(HKEY_LOCAL_MACHINE, StoreKey, "Tag", row.type, row.bytes);
+            EXPECT_EQ(TestLink().Get("home"), StoreAddress(row.tag)) << row.type << " " << row.bytes.size();
+        }
+    }
+    for (const unsigned long oneClick : {0ul, 1ul, 2ul}) // which has a key of its own
     {
         const TestProduct product(StoreSettings({{"IDO_ONECLICK_INK_ORDER", oneClick}}));
-        EXPECT_EQ(TestLink().Get("home"), StoreAddress(oneClick == 1 ? "own" : "store"));
+        EXPECT_EQ(TestLink().Get("home"), StoreAddress(oneClick == 1 ? "own" : "\xC4\xFF&?"));
     }
+    const TestProduct product(StoreSettings());
+    world.Restrict(HKEY_LOCAL_MACHINE, StoreKey, KEY_READ);
+    EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no access but for reading";
 }
 
 TEST(Url, InstitutionsHaveTheirOwnOrderInformation)
@@ -290,12 +245,7 @@ TEST(Url, InstitutionsHaveTheirOwnOrderInformation)
 
 TEST(Url, RetailersPartnerCode)
 {
-    const std::string file = SystemFolder() + "spool\\linkstest.ini";
-    const struct
-    {
-        std::optional<std::string> text;
-        std::string partner;
-    } table[] = {
+    const std::pair<std::string, std::string> table[] = {
         {"[Retailer]\r\nPartner=shop 7\r\n", "&r=shop 7"},
         {"[Retailer]\r\nPartner=\r\n", ""},
         {"[Retailer]\r\nPartner=Default\r\n", ""},
@@ -303,21 +253,18 @@ TEST(Url, RetailersPartnerCode)
         {"[Retailer]\r\nOther=x\r\n", ""},
         {"[Other]\r\nPartner=x\r\n", ""},
         {"", ""},
-        {std::nullopt, ""},
         {"[Retailer]\r\nPartner=" + std::string(300, 'p') + "\r\n", "&r=" + std::string(255, 'p')},
         {"[Retailer]\r\nPartner=\xE9%20&\xFF\r\n", "&r=\xE9%20&\xFF"},
     };
     const TestProduct product(AddressSettings());
     TestLink link;
-    for (const auto& row : table)
+    for (const auto& [text, partner] : table)
     {
-        if (row.text)
-            std::ofstream(file, std::ios::binary) << *row.text;
+        const RetailerFile file(text);
         link.m_bReadIniURL = 1;
-        EXPECT_EQ(link.Get("home"), StandardAddress("home") + row.partner) << row.text.value_or("no file");
+        EXPECT_EQ(link.Get("home"), StandardAddress("home") + partner) << text;
         link.m_bReadIniURL = 0;
         EXPECT_EQ(link.Get("home"), StandardAddress("home"));
-        DeleteFileA(file.c_str());
     }
 }
 
@@ -325,31 +272,22 @@ TEST(Url, ANonAsciiOrVeryLongNamePassesUnchanged)
 {
     const std::string name = "\xE4\xF6 %1 \"quoted\" " + std::string(5000, 'n');
     const TestProduct product(AddressSettings({{"IDO_SKIN_SUBURL", name.c_str()}}));
-    EXPECT_EQ(TestLink().Get(name.c_str()), StandardAddress(name));
+    EXPECT_EQ(TestLink().Get(name), StandardAddress(name));
 }
 
 TEST(Url, LeavesNothingBehind)
 {
-    const std::string file = SystemFolder() + "spool\\linkstest.ini";
-    std::ofstream(file, std::ios::binary) << "[Retailer]\r\nPartner=shop\r\n";
+    const RetailerFile file;
     const TestProduct product(StoreSettings());
     RegistryWorld world;
     world.Set(HKEY_LOCAL_MACHINE, StoreKey, "Tag", REG_BINARY, std::string(300, 'L'));
     world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Only", "Yes");
-    size_t handles = 0, modules = 0;
-    for (int round = 0; round < 1000; ++round)
-    {
-        if (round == 10)
+    ExpectNothingLeftBy(
+        [](int)
         {
-            handles = OpenHandles();
-            modules = LoadedModules();
-        }
-        TestLink link;
-        link.m_bReadIniURL = 1;
-        link.Get("supplies");
-        link.ConstructStandardURL("supplies");
-    }
-    EXPECT_EQ(OpenHandles(), handles);
-    EXPECT_EQ(LoadedModules(), modules);
-    DeleteFileA(file.c_str());
+            TestLink link;
+            link.m_bReadIniURL = 1;
+            link.Get("supplies");
+            link.ConstructStandardURL("supplies");
+        });
 }
