@@ -1,8 +1,10 @@
 #include "Journey.h"
 #include "JobStatusWindow.h"
+#include "LinkAddress.h"
 #include "Links.h"
 #include "TraceLog.h"
 #include "resource.h"
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <string>
@@ -23,18 +25,38 @@ std::string ProgramFolder()
     return program.substr(0, program.rfind('\\') + 1);
 }
 
-std::string LastLine(const std::string& path)
+/// The lines of a file that have something in them; none when it is not there.
+std::vector<std::string> LinesOf(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string last;
+    std::vector<std::string> lines;
     for (std::string line; std::getline(file, line);)
     {
         if (!line.empty() && line.back() == '\r')
             line.pop_back();
         if (!line.empty())
-            last = line;
+            lines.push_back(line);
     }
-    return last;
+    return lines;
+}
+
+/// Where the sample product's usage recorder keeps its records: below all that it has ever been given.
+std::string UsageFile()
+{
+    char system[MAX_PATH] = "";
+    GetSystemDirectoryA(system, MAX_PATH);
+    CString path;
+    TvkProduct().GetSetting("IDO_WINNTPATH", path);
+    return std::string(system) + static_cast<LPCSTR>(path) + "3\\usage.txt";
+}
+
+/// The command line that the supplies link must give to the browser.
+std::string ExpectedCommand(const std::string& browser, INKINFO report)
+{
+    CString subUrl;
+    TvkProduct().GetSetting(LinkKinds[SuppliesLink].subUrlKey, subUrl);
+    // The command's placeholder leaves its blank, the address brings another one.
+    return "\"" + browser + "\"  " + static_cast<LPCSTR>(LinkAddress().Of(subUrl, report));
 }
 
 bool SetClassDefault(const char* key, const std::string& value)
@@ -65,16 +87,20 @@ protected:
 
     afx_msg void OnTimer(UINT_PTR)
     {
-        if (m_ticks++ == 0)
+        CRect rect;
+        CWnd* const link = GetDlgItem(IDC_FIRST_LINK + SuppliesLink);
+        link->GetWindowRect(&rect);
+        const POINT text = {rect.left + 8, rect.CenterPoint().y};
+        ++m_ticks;
+        if (!m_clicked && ::WindowFromPoint(text) == link->m_hWnd)
         {
-            CRect rect;
-            GetDlgItem(IDC_FIRST_LINK + SuppliesLink)->GetWindowRect(&rect);
-            SetCursorPos(rect.left + 8, rect.CenterPoint().y); // on the text
+            m_clicked = true;
+            SetCursorPos(text.x, text.y);
             mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
             mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
             mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
         }
-        else if (m_ticks > WaitTicks || !LastLine(m_record).empty())
+        else if (m_ticks > WaitTicks || !LinesOf(m_record).empty())
         {
             KillTimer(ClickTimer);
             EndDialog(IDOK);
@@ -85,11 +111,21 @@ protected:
 private:
     const std::string m_record;
     int m_ticks = 0;
+    bool m_clicked = false;
 };
 
 BEGIN_MESSAGE_MAP(JourneyWindow, JobStatusWindow)
     ON_WM_TIMER()
 END_MESSAGE_MAP()
+
+void PrintLines(const char* heading, const std::vector<std::string>& lines)
+{
+    std::printf("%s\n", heading);
+    for (const std::string& line : lines)
+        std::printf("  %s\n", line.c_str());
+    if (lines.empty())
+        std::printf("  nothing\n");
+}
 
 void PrintJourney(const std::vector<std::string>& records)
 {
@@ -126,22 +162,25 @@ bool ReportJourney(const INKINFO& report)
         std::printf("The recording browser could not be registered.\n");
         return false;
     }
+    const std::string usageFile = UsageFile(), expected = ExpectedCommand(browser, report);
+    const size_t olderUsage = LinesOf(usageFile).size();
     std::vector<std::string> records;
     {
         TraceLog trace;
         JourneyWindow(report, record).DoModal();
         records = trace.NewRecords();
     }
-    const std::string received = LastLine(record);
-    std::printf("The browser received:\n  %s\n", received.empty() ? "nothing" : received.c_str());
-
-    char system[MAX_PATH] = "";
-    GetSystemDirectoryA(system, MAX_PATH);
-    CString path;
-    TvkProduct().GetSetting("IDO_WINNTPATH", path);
-    const std::string usage = LastLine(std::string(system) + static_cast<LPCSTR>(path) + "3\\usage.txt");
-    std::printf("The usage recorder kept:\n  %s\n", usage.empty() ? "nothing" : usage.c_str());
+    const std::vector<std::string> received = LinesOf(record);
+    std::vector<std::string> usage = LinesOf(usageFile);
+    usage.erase(usage.begin(), usage.begin() + static_cast<std::ptrdiff_t>(std::min(olderUsage, usage.size())));
+    PrintLines("The browser received:", received);
+    PrintLines("The usage recorder kept:", usage);
     std::printf("The trace of the journey, with the settings that were asked on the way and where each came from:\n");
     PrintJourney(records);
-    return !received.empty();
+    const bool arrived = received == std::vector<std::string>{expected};
+    if (!arrived)
+        std::printf("The browser should have received this, once:\n  %s\n", expected.c_str());
+    if (usage.empty())
+        std::printf("The visit was not recorded.\n");
+    return arrived && !usage.empty();
 }

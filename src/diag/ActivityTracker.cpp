@@ -115,9 +115,8 @@ int ActivityTracker::PrepareToWriteData()
 int ActivityTracker::LoadDataRecorder()
 {
     CString folder = tvk::PrinterDriverDirectory(m_Product);
-    const CString portal = folder + m_strCairnfieldDLL;
-    m_Spy.OutputData(portal);
-    m_hPortal = LoadLibraryA(portal);
+    m_Spy.OutputData(folder + m_strCairnfieldDLL);
+    m_hPortal = tvk::LoadLibraryFrom(folder, m_strCairnfieldDLL);
     if (!m_hPortal)
     {
         CString resourceModule;

@@ -433,7 +433,10 @@ void CGUIUrlLink::AppendSetting(const char* key)
 /// The code of the retailer that the printer was sold by, when its file names one.
 void CGUIUrlLink::AppendPartner()
 {
-    CString file = tvk::SystemDirectory() + "\\";
+    const CString system = tvk::SystemDirectory();
+    if (system.IsEmpty()) // without it the rest would be a path from the root of the current drive
+        return;
+    CString file = system + "\\";
     file += Setting("IDO_RZB_EXECUTABLENAME_PATH");
     file += Setting("IDO_RETAILERSPECIFIC_INIFILE_NAME");
     const CString key = Setting("IDO_PARTNER_KEY_NAME");

@@ -84,7 +84,7 @@ int SystemConfigDLL::InitializeSystemConfigDLL()
         // The path setting may itself be mapped to a configuration item: the library that is being looked for cannot
         // answer it.
         product.m_bConfigDLLAllowed = false;
-        m_hConfigDLL = LoadLibraryA(tvk::PrinterDriverDirectory(product) + m_strLibraryName);
+        m_hConfigDLL = tvk::LoadLibraryFrom(tvk::PrinterDriverDirectory(product), m_strLibraryName);
     }
     if (m_hConfigDLL)
     {

@@ -11,9 +11,17 @@ bool IsWin9x()
     return CRegistry().GetOSPlatform() == CRegistry::OS_PLATFORM_WIN9X;
 }
 
-CString NtDriverDirectory(const CString& ntPath)
+/// A directory in the system directory; empty when that is not known: the rest alone would be a path from the root of
+/// the current drive.
+CString BelowSystemDirectory(const CString& rest)
 {
-    return SystemDirectory() + ntPath + (CRegistry().GetOSVer() == CRegistry::OS_WINNT4 ? "2\\" : "3\\");
+    const CString system = SystemDirectory();
+    return system.IsEmpty() ? system : system + rest;
+}
+
+CString NtSubdirectory(const CString& ntPath)
+{
+    return ntPath + (CRegistry().GetOSVer() == CRegistry::OS_WINNT4 ? "2\\" : "3\\");
 }
 } // namespace
 
@@ -26,15 +34,15 @@ CString SystemDirectory()
 
 CString PrinterDriverDirectory(const CString& ntPath)
 {
-    return IsWin9x() ? SystemDirectory() + "\\" : NtDriverDirectory(ntPath);
+    return BelowSystemDirectory(IsWin9x() ? CString("\\") : NtSubdirectory(ntPath));
 }
 
 CString PrinterDriverDirectory(TvkProduct& product)
 {
     if (IsWin9x())
-        return SystemDirectory() + "\\";
+        return BelowSystemDirectory("\\");
     CString ntPath;
-    return NtDriverDirectory(product.GetSetting("IDO_WINNTPATH", ntPath));
+    return BelowSystemDirectory(NtSubdirectory(product.GetSetting("IDO_WINNTPATH", ntPath)));
 }
 
 CString LoadedModuleDirectory(const CString& moduleName, int cut)

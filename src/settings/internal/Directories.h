@@ -13,6 +13,7 @@ CString SystemDirectory();
 
 /// The printer driver's directory, with the backslash at its end. On the NT family: the system directory, `ntPath` (the
 /// setting `IDO_WINNTPATH`), then "2\" before Windows 2000 and "3\" since; on the 9x family the system directory alone.
+/// Empty when the system directory is not known.
 CString PrinterDriverDirectory(const CString& ntPath);
 /// The same; asks `product` for `IDO_WINNTPATH`, on the NT family only.
 CString PrinterDriverDirectory(TvkProduct& product);

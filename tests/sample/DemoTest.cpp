@@ -1,0 +1,75 @@
+// The demo host's commands about links, run as a user runs them, on the installed sample product.
+#include "support/Probe.h"
+#include "support/RegistryWorld.h"
+#include <gmock/gmock.h>
+
+namespace
+{
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// The sample product, and whatever browser the machine had, for as long as a test runs.
+class Demo : public testing::Test
+{
+protected:
+    Demo()
+    {
+        EXPECT_EQ(RunProcess("productinstall.exe").exitCode, 0u);
+        m_world.Claim(HKEY_CLASSES_ROOT, "TorvaneDemoPage\\shell\\open\\command");
+    }
+    ~Demo() override
+    {
+        RegSetKeyValueA(HKEY_CLASSES_ROOT, ".htm", "", REG_SZ, m_page.c_str(), static_cast<DWORD>(m_page.size()));
+        EXPECT_EQ(RunProcess("productinstall.exe --remove").exitCode, 0u);
+    }
+
+private:
+    RegistryWorld m_world;
+    const std::string m_page = RegistryWorld::Get(HKEY_CLASSES_ROOT, ".htm", "").value_or(std::string(1, '\0'));
+};
+} // namespace
+
+TEST_F(Demo, PrintsTheAddressOfALink)
+{
+    const std::string supplies = "http://www.torvane.example/go?page=supplies&lang=0&printer=LM46&country=00000409";
+    const struct
+    {
+        const char* arguments;
+        unsigned long exitCode;
+        std::string output; // its beginning
+    } table[] = {
+        {"home", 0, "http://www.torvane.example/\n"},
+        {"supplies InkPercent2=7 InkPercent1=9", 0,
+         supplies + "&os=wxp&from=jsw&partner=HARBOUR7&c1=52&l1=7&c2=32&l2=9\n"},
+        {"nonsense", 2, "no link of the kind nonsense; the kinds are: home supplies "},
+        {"supplies Ink=7", 2, "not a field of the ink report and a number: Ink=7\n"},
+        {"", 2, "demohost report "},
+    };
+    for (const auto& row : table)
+    {
+        const ProcessResult result = RunProcess(std::string("demohost.exe link ") + row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << row.arguments;
+        EXPECT_THAT(result.output, StartsWith(row.output));
+    }
+}
+
+TEST_F(Demo, FollowsAClickToTheBrowserAndTheRecorder)
+{
+    const std::string supplies = RunProcess("demohost.exe link supplies").output;
+    for (int run = 0; run < 2; ++run) // the second run must not show what the first one left
+    {
+        const ProcessResult journey = RunProcess("demohost.exe journey", 60000);
+        EXPECT_EQ(journey.exitCode, 0u);
+        const size_t kept = journey.output.find("recordingbrowser.exe\"  " + supplies + "The usage recorder kept:\n  ");
+        ASSERT_NE(kept, std::string::npos) << journey.output;
+        const std::string rest = journey.output.substr(journey.output.find("kept:\n", kept) + 6);
+        EXPECT_NE(rest.find("  Torvane Larkmoor 460  item 0x6001: 1, 1 times\nThe trace"), std::string::npos) << rest;
+        EXPECT_EQ(rest.find("The trace"), rest.find('\n') + 1) << "more than one record";
+        EXPECT_THAT(rest, HasSubstr("  CGUIUrlLink::ConstructStandardURL\n  " + supplies));
+    }
+    DeleteFileA("C:\\windows\\system32\\spool\\drivers\\x64\\3\\torvport.dll");
+    const ProcessResult unrecorded = RunProcess("demohost.exe journey", 60000);
+    EXPECT_EQ(unrecorded.exitCode, 1u);
+    EXPECT_THAT(unrecorded.output, AllOf(HasSubstr("kept:\n  nothing\n"), HasSubstr("The visit was not recorded.\n")));
+}
