@@ -5,19 +5,14 @@
 #include "links/CHelpLink.h"
 #include "links/CUrlLink.h"
 #include "links/CWizardLink.h"
+#include "TestLink.h"
 #include "controls/Pictures.h"
-#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/OpenHandles.h"
-#include "support/RecordingProgram.h"
-#include "support/RedirectedRoot.h"
-#include "support/RegistryWorld.h"
-#include "support/TestProduct.h"
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <optional>
 #include <sstream>
 #include <shellapi.h>
 #include <vector>
@@ -41,22 +36,18 @@ enum FaceId : UINT
 };
 
 /// A face of one colour, 32 x 32, with a hole of two pixels all around.
-Picture MakeFace(FaceId id)
+const Picture& Face(FaceId id)
 {
-    Picture face(32, 32, 24, 40 + id);
-    face.SetHoleColour(Green);
-    for (int y = 0; y < 32; ++y)
-        for (int x = 0; x < 32; ++x)
-            face.Set(x, y, x < 2 || y < 2 || x >= 30 || y >= 30);
-    return face;
-}
-
-/// Pictures of the links, as long as the program runs.
-const std::map<FaceId, Picture>& Faces()
-{
-    static const std::map<FaceId, Picture> faces = {
-        {Normal, MakeFace(Normal)}, {Hover, MakeFace(Hover)}, {Disabled, MakeFace(Disabled)}};
-    return faces;
+    static std::map<FaceId, Picture> faces;
+    const auto [face, isNew] = faces.try_emplace(id, 32, 32, 24, 40 + id);
+    if (isNew)
+    {
+        face->second.SetHoleColour(Green);
+        for (int y = 0; y < 32; ++y)
+            for (int x = 0; x < 32; ++x)
+                face->second.Set(x, y, x < 2 || y < 2 || x >= 30 || y >= 30);
+    }
+    return face->second;
 }
 
 /// The host's application: notes what help it is asked for.
@@ -76,7 +67,7 @@ class Host : public CWnd
 public:
     int clicks = 0;
     CGUILink* painted = nullptr;
-    std::function<void()> clicked;
+    std::function<void()> clicked = [] {};
 
 protected:
     afx_msg void OnPaint()
@@ -88,17 +79,16 @@ protected:
     }
     afx_msg BOOL OnEraseBkgnd(CDC* context)
     {
-        CRect client;
-        GetClientRect(&client);
-        context->FillSolidRect(&client, Paper);
+        context->FillSolidRect(CRect(0, 0, HostWidth, 80), Paper);
         return TRUE;
     }
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
     {
-        const bool isClick = LOWORD(wParam) == Link && HIWORD(wParam) == BN_CLICKED;
-        clicks += isClick;
-        if (isClick && clicked)
+        if (LOWORD(wParam) == Link && HIWORD(wParam) == BN_CLICKED)
+        {
+            ++clicks;
             clicked();
+        }
         return CWnd::OnCommand(wParam, lParam);
     }
     DECLARE_MESSAGE_MAP()
@@ -135,8 +125,7 @@ public:
         const DWORD end = GetTickCount() + milliseconds;
         do
         {
-            MSG message;
-            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+            for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
                 if (!IsDialogMessageA(GetActiveWindow(), &message))
                 {
                     TranslateMessage(&message);
@@ -154,37 +143,26 @@ public:
         return isSo();
     }
 
-    /// A point of the parent's client area on the screen.
-    POINT OnScreen(CPoint point) const { return {50 + (m_mirrored ? HostWidth - 1 - point.x : point.x), 60 + point.y}; }
+    /// To a point of the parent's client area.
     void MoveTo(CPoint point)
     {
-        const POINT screen = OnScreen(point);
-        SetCursorPos(screen.x, screen.y);
+        SetCursorPos(50 + (m_mirrored ? HostWidth - 1 - point.x : point.x), 60 + point.y);
         Pump(30);
     }
     static void Mouse(DWORD flags)
     {
-        INPUT input = {};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flags;
-        SendInput(1, &input, sizeof input);
+        mouse_event(flags, 0, 0, 0, 0);
         Pump(30);
     }
-    static void Keys(std::vector<WORD> codes)
+    /// A key, while another one is held.
+    static void Key(BYTE key, BYTE held = 0)
     {
-        std::vector<INPUT> inputs;
-        for (const bool up : {false, true})
-        {
-            for (const WORD code : codes)
-            {
-                INPUT& input = inputs.emplace_back();
-                input.type = INPUT_KEYBOARD;
-                input.ki.wVk = code;
-                input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-            }
-            std::reverse(codes.begin(), codes.end());
-        }
-        SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof inputs[0]);
+        for (const BYTE code : {held, key})
+            if (code)
+                keybd_event(code, 0, 0, 0);
+        for (const BYTE code : {key, held})
+            if (code)
+                keybd_event(code, 0, KEYEVENTF_KEYUP, 0);
         Pump(30);
     }
 
@@ -198,14 +176,14 @@ public:
         return copy.Pixels();
     }
     /// Which points of the parent's client area have this colour on the screen.
-    std::vector<CPoint> Coloured(COLORREF colour) const
+    static std::vector<CPoint> Coloured(COLORREF colour)
     {
         std::vector<CPoint> points;
         CPoint point(0, 0);
         for (const COLORREF pixel : Snapshot())
         {
             if (pixel == colour)
-                points.emplace_back(m_mirrored ? HostWidth - 1 - point.x : point.x, point.y);
+                points.push_back(point);
             if (++point.x == HostWidth)
                 point = CPoint(0, point.y + 1);
         }
@@ -216,9 +194,9 @@ public:
     {
         const auto pixels = Snapshot();
         std::string seen;
-        for (const auto& [colour, letter] : {std::pair(Faces().at(Normal).At(16, 16), 'N'),
-                                             {Faces().at(Hover).At(16, 16), 'H'},
-                                             {Faces().at(Disabled).At(16, 16), 'D'},
+        for (const auto& [colour, letter] : {std::pair(Face(Normal).At(16, 16), 'N'),
+                                             {Face(Hover).At(16, 16), 'H'},
+                                             {Face(Disabled).At(16, 16), 'D'},
                                              {Blue, 'b'},
                                              {Red, 'r'},
                                              {Grey, 'g'}})
@@ -230,14 +208,12 @@ public:
     /// Plays groups of events, "events=expected", and looks after each group whether what is seen is as expected.
     void Play(const std::string& groups)
     {
-        const CPoint corner = Place.TopLeft();
-        const std::map<char, std::function<void()>> players = {
-            {'p', [&] { MoveTo(corner + CSize(16, 16)); }}, // the picture
-            {'t', [&] { MoveTo(corner + CSize(50, 20)); }}, // the text
-            {'k', [&] { MoveTo(corner + CSize(1, 1)); }}, // the picture's transparent corner
-            {'e', [&] { MoveTo(corner + CSize(190, 20)); }}, // an empty place of the control
-            {'E', [&] { MoveTo(corner + CSize(192, 22)); }}, {'o', [&] { MoveTo(CPoint(-30, -30)); }},
-            {'d', [] { Mouse(MOUSEEVENTF_LEFTDOWN); }},      {'u', [] { Mouse(MOUSEEVENTF_LEFTUP); }},
+        const std::map<char, CSize> places = {
+            {'p', {16, 16}},  // the picture
+            {'t', {50, 20}},  // the text
+            {'k', {1, 1}},    // the picture's transparent corner
+            {'e', {190, 20}}, // an empty place of the control
+            {'E', {192, 22}}, {'o', {-50, -40}},
         };
         std::istringstream input(groups);
         std::string played;
@@ -245,7 +221,10 @@ public:
         {
             const std::string events = group.substr(0, group.find('=')), expected = group.substr(events.size() + 1);
             for (const char event : events)
-                players.at(event)();
+                if (const auto place = places.find(event); place != places.end())
+                    MoveTo(Place.TopLeft() + place->second);
+                else
+                    Mouse(event == 'd' ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP);
             played += " " + events;
             Wait([&] { return Seen() == expected; });
             EXPECT_EQ(Seen(), expected) << "after" << played << (m_mirrored ? ", mirrored" : "");
@@ -255,7 +234,7 @@ public:
     Host host;
     Kind link;
     const PictureLibrary art{
-        {{Normal, Faces().at(Normal).Dib()}, {Hover, Faces().at(Hover).Dib()}, {Disabled, Faces().at(Disabled).Dib()}}};
+        {{Normal, Face(Normal).Dib()}, {Hover, Face(Hover).Dib()}, {Disabled, Face(Disabled).Dib()}}};
 
 private:
     const bool m_mirrored;
@@ -335,20 +314,20 @@ TYPED_TEST(Links, AnswerTheKeyboardAndScreenReadersLikeButtons)
                     nullptr, nullptr, nullptr);
     world.Pump(120);
     const auto plain = world.Coloured(Blue);
-    world.Keys({VK_TAB});
+    world.Key(VK_TAB);
     EXPECT_TRUE(world.Wait([&] { return GetFocus() == world.link.m_hWnd; }));
     EXPECT_TRUE(world.Wait([&] { return world.Coloured(Blue).size() > plain.size() + 20; })) << "no frame";
     const auto framed = world.Coloured(Blue);
     if (world.host.painted)
         world.host.painted->DrawButton(CDC::FromHandle(GetDC(world.host.m_hWnd)));
     EXPECT_EQ(world.Coloured(Blue).size(), framed.size()) << "the frame does not last";
-    world.Keys({VK_SPACE});
+    world.Key(VK_SPACE);
     EXPECT_TRUE(world.Wait([&] { return world.host.clicks == 1; }));
-    world.Keys({VK_RETURN});
+    world.Key(VK_RETURN);
     EXPECT_TRUE(world.Wait([&] { return world.host.clicks == 2; }));
-    world.Keys({VK_TAB});
+    world.Key(VK_TAB);
     EXPECT_TRUE(world.Wait([&] { return world.Coloured(Blue).size() == plain.size(); })) << "the frame stays";
-    world.Keys({VK_MENU, 'O'});
+    world.Key('O', VK_MENU);
     EXPECT_TRUE(world.Wait([&] { return world.host.clicks == 3; }));
     char text[20];
     EXPECT_EQ(std::string(text, static_cast<size_t>(
@@ -373,75 +352,21 @@ TYPED_TEST(Links, PutTheirTextWhereItIsWanted)
     larger.SetTextUnderline();
     CGUIFont own;
     own.SetTextUnderline();
-    const CSize offset(3, -2);
-    const CRect beside(Place.left + 36, Place.top, Place.right, Place.bottom);
-    const struct
+    // The text stands within this place by these flags, in this font, and there it answers.
+    const auto expectText = [&](const char* name, CRect within, UINT flags, CGUIFont& font)
     {
-        const char* name;
-        std::function<void()> place;
-        UINT flags;
-        CRect within; ///< by the same flags
-        CPoint moved;
-    } rows[] = {
-        {"text alone", [&] { world.link.Initialize(0, nullptr); }, Middle, Place, {}},
-        {"beside a picture", [&] { world.link.Initialize(Normal, world.art.Module()); }, Middle, beside, {}},
-        {"right, bottom",
-         [&] { world.link.Initialize(0, 0, nullptr, DT_RIGHT | DT_BOTTOM | DT_SINGLELINE); },
-         DT_RIGHT | DT_BOTTOM | DT_SINGLELINE,
-         Place,
-         {}},
-        {"centre, top",
-         [&] { world.link.SetTextAlignmentFlags(DT_CENTER | DT_SINGLELINE); },
-         DT_CENTER | DT_SINGLELINE,
-         Place,
-         {}},
-        {"start",
-         [&] { world.link.SetTextStart(12, 5); },
-         DT_CENTER | DT_SINGLELINE,
-         CRect(Place.left + 12, Place.top + 5, Place.right, Place.bottom),
-         {}},
-        {"start stays",
-         [&] { world.link.Initialize(0, 0, nullptr, DT_SINGLELINE); },
-         DT_SINGLELINE,
-         CRect(Place.left + 12, Place.top + 5, Place.right, Place.bottom),
-         {}},
-        {"other place",
-         [&]
-         {
-             CClientDC context(&world.host);
-             world.link.SetRect(&context, CRect(60, 20, 180, 48), DT_CENTER | Middle);
-         },
-         DT_CENTER | Middle,
-         CRect(60, 20, 180, 48),
-         {}},
-        {"moved",
-         [&] { world.link.OffsetTopLeft(offset.cx, offset.cy); },
-         DT_CENTER | Middle,
-         CRect(60, 20, 180, 48) + CPoint(offset.cx, offset.cy),
-         {}},
-        {"larger",
-         [&] { world.link.SetFont(&larger); },
-         DT_CENTER | Middle,
-         CRect(60, 20, 180, 48) + CPoint(offset.cx, offset.cy),
-         {}},
-    };
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.name);
-        row.place();
+        SCOPED_TRACE(name);
         world.Pump(120);
         const CClientDC context(&world.host);
-        const HGDIOBJ former = SelectObject(context.m_hDC, std::string(row.name) == "larger" ? larger : own);
+        const HGDIOBJ former = SelectObject(context.m_hDC, font);
         CRect size;
         DrawTextA(context.m_hDC, "&Order ink", -1, &size, DT_CALCRECT | DT_SINGLELINE);
         SelectObject(context.m_hDC, former);
-        const CSize room(row.within.Width() - size.Width(), row.within.Height() - size.Height());
-        const CRect expected(row.within.TopLeft() + CSize(row.flags & DT_RIGHT    ? room.cx
-                                                          : row.flags & DT_CENTER ? room.cx / 2
-                                                                                  : 0,
-                                                          row.flags & DT_BOTTOM    ? room.cy
-                                                          : row.flags & DT_VCENTER ? room.cy / 2
-                                                                                   : 0),
+        const auto room = [flags](int space, UINT end, UINT middle) {
+            return flags & end ? space : flags & middle ? space / 2 : 0;
+        };
+        const CRect expected(within.TopLeft() + CSize(room(within.Width() - size.Width(), DT_RIGHT, DT_CENTER),
+                                                      room(within.Height() - size.Height(), DT_BOTTOM, DT_VCENTER)),
                              size.Size());
         const auto text = world.Coloured(Blue);
         EXPECT_GT(text.size(), static_cast<size_t>(expected.Width()));
@@ -450,7 +375,29 @@ TYPED_TEST(Links, PutTheirTextWhereItIsWanted)
         EXPECT_TRUE(world.link.HitTest(expected.BottomRight() - CSize(1, 1)));
         EXPECT_FALSE(world.link.HitTest(expected.BottomRight()));
         EXPECT_FALSE(world.link.HitTest(CPoint(expected.left - 1, expected.bottom - 1)));
-    }
+    };
+    world.link.Initialize(0, nullptr);
+    expectText("text alone", Place, Middle, own);
+    world.link.Initialize(Normal, world.art.Module());
+    expectText("beside a picture", CRect(Place.left + 36, Place.top, Place.right, Place.bottom), Middle, own);
+    constexpr UINT corner = DT_RIGHT | DT_BOTTOM | DT_SINGLELINE, top = DT_CENTER | DT_SINGLELINE;
+    world.link.Initialize(0, 0, nullptr, corner);
+    expectText("right, bottom", Place, corner, own);
+    world.link.SetTextAlignmentFlags(top);
+    expectText("centre, top", Place, top, own);
+    const CRect started(Place.left + 12, Place.top + 5, Place.right, Place.bottom);
+    world.link.SetTextStart(12, 5);
+    expectText("start", started, top, own);
+    world.link.Initialize(0, 0, nullptr, DT_SINGLELINE);
+    expectText("start stays", started, DT_SINGLELINE, own);
+    CRect other(60, 20, 180, 48);
+    world.link.SetRect(std::make_unique<CClientDC>(&world.host).get(), other, top | Middle);
+    expectText("other place", other, top | Middle, own);
+    other.OffsetRect(3, -2);
+    world.link.OffsetTopLeft(3, -2);
+    expectText("moved", other, top | Middle, own);
+    world.link.SetFont(&larger);
+    expectText("larger", other, top | Middle, larger);
     world.link.SetFont(nullptr);
     world.link.SetTextStart(0, 0);
     world.link.SetTextAlignmentFlags(DT_WORDBREAK | DT_RIGHT);
@@ -458,9 +405,7 @@ TYPED_TEST(Links, PutTheirTextWhereItIsWanted)
     world.Pump(120);
     const auto text = world.Coloured(Blue);
     ASSERT_FALSE(text.empty());
-    const auto [top, bottom] =
-        std::minmax_element(text.begin(), text.end(), [](CPoint a, CPoint b) { return a.y < b.y; });
-    EXPECT_GT(bottom->y - top->y, 14) << "several lines";
+    EXPECT_GT(text.back().y - text.front().y, 14) << "several lines";
 }
 
 TYPED_TEST(Links, MayEndByTheirClick)
@@ -478,9 +423,8 @@ TYPED_TEST(Links, LeaveNoObjectBehind)
     World<TypeParam> world;
     Surface surface(HostWidth, 80, 1);
     CGUIFont font;
-    const auto rounds = [&](int count)
-    {
-        for (int i = 0; i < count; ++i)
+    ExpectNothingLeftBy(
+        [&](int i)
         {
             world.link.Initialize(Normal, i % 2 ? Hover : 0u, Disabled, world.art.Module(), Middle);
             world.link.SetDisabledBitmap(Disabled, world.art.Module(), Green);
@@ -490,11 +434,7 @@ TYPED_TEST(Links, LeaveNoObjectBehind)
             world.link.DrawButton(CDC::FromHandle(surface.Context()));
             world.link.SendMessage(WM_MOUSELEAVE);
             TypeParam other;
-        }
-        return std::pair(CountGdiObjects(), OpenHandles());
-    };
-    const auto early = rounds(10);
-    EXPECT_EQ(rounds(1000), early);
+        });
 }
 
 /// What the first link loads as its cursor.
@@ -540,30 +480,26 @@ HINSTANCE WINAPI RefuseToOpen(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT)
 
 TEST(FollowedLinks, BringTheirAddressToTheBrowser)
 {
-    const RedirectedRoot classes(HKEY_CLASSES_ROOT);
-    RegistryWorld registry;
-    const RecordingProgram browser(TestFolder() + "links click browser.exe");
-    registry.SetText(HKEY_CLASSES_ROOT, ".htm", "", "webdoc");
-    registry.SetText(HKEY_CLASSES_ROOT, "webdoc\\shell\\open\\command", "", "\"" + browser.Path() + "\" \"%1\"");
+    TestBrowser browser;
     const TestProduct product({{"IDO_HOMEPAGE_SUBURL", "home"}, {"IDO_HOMEPAGE_URL_OVERRIDE", "http://home/?a=b"}});
     const IatPatch noShell(LibraryUnderTest(), "ShellExecuteA", &RefuseToOpen);
     {
         World<CGUIUrlLink> world;
         world.link.Initialize(Normal, world.art.Module());
         world.host.clicked = [&] { world.link.FollowLink("home", 1); };
-        EXPECT_EQ(browser.Recorded([&] { world.Play("tdup=Nr!"); }).commandLine,
-                  "\"" + browser.Path() + "\"  http://home/?a=b");
+        EXPECT_EQ(browser.program.Recorded([&] { world.Play("tdup=Nr!"); }).commandLine,
+                  browser.quoted + "  http://home/?a=b");
         EXPECT_EQ(refusals, 0) << "the shell was asked";
     }
     World<CUrlLink> world;
     world.link.Initialize(Normal, world.art.Module());
     world.host.clicked = [&]
     { EXPECT_GT(reinterpret_cast<INT_PTR>(world.link.FollowLink("http://plain/")), INT_PTR{32}); };
-    const ProgramStart start = browser.Recorded([&] { world.Play("tdup=Nr!"); });
-    EXPECT_EQ(start.commandLine, "\"" + browser.Path() + "\"  http://plain/");
+    const ProgramStart start = browser.program.Recorded([&] { world.Play("tdup=Nr!"); });
+    EXPECT_EQ(start.commandLine, browser.quoted + "  http://plain/");
     EXPECT_EQ(start.window.substr(0, 6), "show 5");
     EXPECT_EQ(refusals, 1);
-    registry.SetText(HKEY_CLASSES_ROOT, ".htm", "", "");
+    browser.world.SetText(HKEY_CLASSES_ROOT, ".htm", "", "");
     EXPECT_EQ(reinterpret_cast<INT_PTR>(CUrlLink::GotoURL("http://plain/", SW_SHOW)), INT_PTR{SE_ERR_NOASSOC});
 }
 } // namespace

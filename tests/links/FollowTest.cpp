@@ -5,6 +5,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <map>
 
 namespace
 {
@@ -76,31 +77,41 @@ TEST(Follow, EachForm)
 
 TEST(Follow, EachBuilderTracesWhatItMade)
 {
-    const std::string noTag = "(char)service tag processing\n(char)\n",
-                      tag = "(char)service tag processing\n(char)T 1\n",
-                      asked = "(char)CGUIUrlLink::CheckInstitutionalSetting (return)\n";
+    const auto store = [](const char* tag)
+    {
+        return "(char)CGUIUrlLink::CheckInstitutionalSetting (return)\n(int)0\n(char)service tag processing\n(char)" +
+               std::string(tag) + "\n" + Made("ConstructAlternateURL", StoreAddress(*tag ? tag : "00000"));
+    };
+    const std::string institution = "(char)CGUIUrlLink::CheckInstitutionalSetting (return)\n(int)1\n";
     const struct
     {
         SettingList settings;
-        std::string tag, only; // in the registry
-        std::string steps;
+        std::map<const char*, std::string> registry;
+        std::string steps, address = "";
     } table[] = {
-        {AddressSettings(), "", "", Made("ConstructStandardURL", StandardAddress("home"))},
-        {AddressSettings({{"IDO_OEM_URL_OVERRIDE", "0"}}), "", "", Made("ConstructOEMURL", "http://base/gohome")},
-        {StoreSettings(), "", "", asked + "(int)0\n" + noTag + Made("ConstructAlternateURL", StoreAddress("00000"))},
-        {StoreSettings(), "T 1", "No", asked + "(int)0\n" + tag + Made("ConstructAlternateURL", StoreAddress("T 1"))},
-        {StoreSettings(), "T 1", "Yes", asked + "(int)1\n"},
+        {AddressSettings(), {}, Made("ConstructStandardURL", StandardAddress("home"))},
+        {AddressSettings({{"IDO_OEM_URL_OVERRIDE", "0"}}), {}, Made("ConstructOEMURL", "http://base/gohome")},
+        {StoreSettings(), {}, store("")},
+        {StoreSettings(), {{"Tag", "T 1"}, {"File", "file"}}, store("T 1")},
+        {StoreSettings(), {{"Only", "No"}, {"File", "file"}}, store("")},
+        {StoreSettings(), {{"Only", "yes"}, {"File", "file"}}, store("")},
+        {StoreSettings(), {{"Only", "Yes "}, {"File", "file"}}, store("")},
+        {StoreSettings(), {{"Only", "Yes"}}, store("")},
+        {StoreSettings(), {{"Only", "Yes"}, {"File", ""}}, store("")},
+        // An institution's own order information, in place of the store.
+        {StoreSettings(), {{"Only", "Yes"}, {"File", "c:\\order info.htm"}}, institution, "c:\\order info.htm"},
     };
     for (const auto& row : table)
     {
         const TestProduct product(row.settings);
         RegistryWorld world;
-        world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Tag", row.tag);
-        world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Only", row.only);
-        world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "File", "order.htm");
+        for (const auto& [name, text] : row.registry)
+            world.SetText(HKEY_LOCAL_MACHINE, StoreKey, name, text);
         const TraceWorld trace;
-        TestLink().ConstructURL("home");
+        TestLink link;
+        link.ConstructURL("home");
         EXPECT_EQ(trace.Steps(), row.steps);
+        EXPECT_TRUE(row.address.empty() || link.Address() == row.address) << link.Address();
     }
 }
 

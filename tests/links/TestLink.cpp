@@ -2,6 +2,7 @@
 #include "links/StoreAddress.h"
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 
 const LinkName LinkNames[15] = {
     {"offer", "IDO_SPECIALOFFER_SUBURL", "IDO_SPECIALOFFER_URL_OVERRIDE"},
@@ -24,42 +25,20 @@ const LinkName LinkNames[15] = {
 SettingList AddressSettings(const SettingList& changes)
 {
     SettingList settings = {
-        {"IDO_TORVANEURL", "http://base/go"},
-        {"IDO_OEM_URL_OVERRIDE", "1"},
-        {"IDO_FUNC_URLPARAM", "?f="},
-        {"IDO_LANG_URLPARAM", "&l="},
-        {"IDO_PRTR_URLPARAM", "&p="},
-        {"IDO_CTRY_URLPARAM", "&c="},
-        {"IDO_OS_URLPARAM", "&o="},
-        {"IDO_SRC_URLPARAM", "&s="},
-        {"IDO_PARTNER_URLPARAM", "&r="},
-        {"IDO_C1_URLPARAM", "&c1="},
-        {"IDO_L1_URLPARAM", "&l1="},
-        {"IDO_C2_URLPARAM", "&c2="},
-        {"IDO_L2_URLPARAM", "&l2="},
-        {"IDO_CARTRIDGEINFO_WEBLINKURL", 1ul},
-        {"IDO_INKSTYLE", 2ul},
-        {"IDO_URL_PRINTER_CODE", "PC"},
-        {"IDO_URL_RZB_SOURCEVAR", "SV"},
-        {"IDO_URL_OS9x_CODE", "w9x"},
-        {"IDO_URL_OSNT4_CODE", "nt4"},
-        {"IDO_URL_OSWIN2000_CODE", "w2k"},
-        {"IDO_URL_OSWINXP_CODE", "wxp"},
-        {"IDO_DEFAULTSTRING", "Default"},
-        {"IDO_RZB_EXECUTABLENAME_9X_PATH", "nine\\"},
-        {"IDO_RZB_EXECUTABLENAME_NT_PATH", "four\\"},
-        {"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", "spool\\"},
-        {"IDO_RETAILERSPECIFIC_INIFILE_NAME", "linkstest.ini"},
-        {"IDO_RETAILER_SPECIFIC_SECTION_NAME", "Retailer"},
-        {"IDO_PARTNER_KEY_NAME", "Partner"},
-        {"IDO_SUPPLIES_REG_PATH", "SOFTWARE\\TorvaneTest\\Own\\"},
-        {"IDO_MORVAY_SUPPLIES_REG_PATH", "SOFTWARE\\TorvaneTest\\Store\\"},
-        {"IDO_PRINTER_MODEL", "M1"},
-        {"IDO_ONECLICK_INK_ORDER", 0ul},
-        {"IDO_KEY_NAME_SERVICETAG", "Tag"},
-        {"IDO_KEY_NAME_INFORMATION_ONLY", "Only"},
-        {"IDO_KEY_NAME_ORDER_INFORMATION_FILE", "File"},
-    };
+        {"IDO_CARTRIDGEINFO_WEBLINKURL", 1ul}, {"IDO_INKSTYLE", 2ul}, {"IDO_ONECLICK_INK_ORDER", 0ul}};
+    std::istringstream texts("TORVANEURL=http://base/go OEM_URL_OVERRIDE=1 FUNC_URLPARAM=?f= LANG_URLPARAM=&l= "
+                             "PRTR_URLPARAM=&p= CTRY_URLPARAM=&c= OS_URLPARAM=&o= SRC_URLPARAM=&s= "
+                             "PARTNER_URLPARAM=&r= C1_URLPARAM=&c1= L1_URLPARAM=&l1= C2_URLPARAM=&c2= "
+                             "L2_URLPARAM=&l2= URL_PRINTER_CODE=PC URL_RZB_SOURCEVAR=SV URL_OS9x_CODE=w9x "
+                             "URL_OSNT4_CODE=nt4 URL_OSWIN2000_CODE=w2k URL_OSWINXP_CODE=wxp DEFAULTSTRING=Default "
+                             "RZB_EXECUTABLENAME_9X_PATH=nine\\ RZB_EXECUTABLENAME_NT_PATH=four\\ "
+                             "RZB_EXECUTABLENAME_WIN2000_PATH=spool\\ RETAILERSPECIFIC_INIFILE_NAME=linkstest.ini "
+                             "RETAILER_SPECIFIC_SECTION_NAME=Retailer PARTNER_KEY_NAME=Partner PRINTER_MODEL=M1 "
+                             "SUPPLIES_REG_PATH=SOFTWARE\\TorvaneTest\\Own\\ "
+                             "MORVAY_SUPPLIES_REG_PATH=SOFTWARE\\TorvaneTest\\Store\\ KEY_NAME_SERVICETAG=Tag "
+                             "KEY_NAME_INFORMATION_ONLY=Only KEY_NAME_ORDER_INFORMATION_FILE=File");
+    for (std::string key, text; std::getline(texts, key, '=') && texts >> text; texts >> std::ws)
+        settings.emplace_back(("IDO_" + key).c_str(), text.c_str());
     for (const LinkName& name : LinkNames)
     {
         settings.emplace_back(name.subUrlKey, name.subUrl);

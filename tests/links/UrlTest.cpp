@@ -213,36 +213,6 @@ TEST(Url, ServiceTagsFromTheRegistry)
     EXPECT_EQ(TestLink().Get("home"), StoreAddress("00000")) << "no access but for reading";
 }
 
-TEST(Url, InstitutionsHaveTheirOwnOrderInformation)
-{
-    const struct
-    {
-        const char* only;
-        const char* file;
-        const char* address; // null: the store's
-    } table[] = {
-        {"Yes", "c:\\order info.htm", "c:\\order info.htm"},
-        {"Yes", "", nullptr},
-        {"Yes", nullptr, nullptr},
-        {"yes", "file", nullptr},
-        {"No", "file", nullptr},
-        {nullptr, "file", nullptr},
-        {"Yes ", "file", nullptr},
-    };
-    const TestProduct product(StoreSettings());
-    for (const auto& row : table)
-    {
-        RegistryWorld world;
-        if (row.only)
-            world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Only", row.only);
-        if (row.file)
-            world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "File", row.file);
-        TestLink link;
-        EXPECT_EQ(link.Get("supplies"), row.address ? row.address : StoreAddress("00000"));
-        EXPECT_EQ(link.CheckInstitutionalSetting(), row.address ? 1 : 0);
-    }
-}
-
 TEST(Url, RetailersPartnerCode)
 {
     const std::pair<std::string, std::string> table[] = {
