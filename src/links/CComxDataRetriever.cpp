@@ -68,20 +68,19 @@ unsigned long CComxDataRetriever::GetSavedCartId(int index)
 int CComxDataRetriever::LoadComxDLL()
 {
     m_Spy.OutputData("CComxDataRetriever::LoadComxDLL()");
-    CString path = tvk::PrinterDriverDirectory(m_Product); // its setting is read, and traced, before the file name's
+    CString folder = tvk::PrinterDriverDirectory(m_Product); // its setting is read, and traced, before the file name's
     const CString fileName = m_Product.GetSetting("IDO_COMX_DLL_FILENAME", m_strSetting);
-    path += fileName;
     m_Spy.OutputData("dlltoload: ");
-    m_Spy.OutputData(path);
+    m_Spy.OutputData(folder + fileName);
     if (!m_bLoaded)
     {
-        m_hComxDLL = LoadLibraryA(path);
+        m_hComxDLL = tvk::LoadLibraryFrom(folder, fileName);
         if (!m_hComxDLL)
         {
             unsigned long error = ::GetLastError();
             m_Spy.OutputData("LoadLibrary() Failed, trying alternate path. Return Error Code:");
             m_Spy.OutputData(error);
-            const CString folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", m_strSetting));
+            folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", m_strSetting));
             m_hComxDLL = tvk::LoadLibraryFrom(folder, fileName);
             if (!m_hComxDLL)
             {

@@ -5,6 +5,7 @@
 #include "support/FakeVersion.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
+#include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <filesystem>
 
@@ -168,6 +169,8 @@ TEST_F(PrinterCache, IsTheLibrarysOfTheDriverOrBesideTheResourceModule)
         {CRegistry::OS_WINXP, folder3, FullCache, TestFolder(), own, retried + loaded + asked},
         // Beside the program, where the system would find it by its bare name.
         {CRegistry::OS_WINXP, folder3, FullCache, TestFolder(), "nowhere.dll", retried + failed + noEntry},
+        {CRegistry::OS_WINXP, none, FullCache, TestFolder(), "nowhere.dll",
+         retried + failed + noEntry}, // system unknown
         {CRegistry::OS_WINXP, folder3, FullCache, folder2, own, retried + failed + noEntry},
         {CRegistry::OS_WINXP, folder3, Participation, folder3, none, loaded + noEntry},
     };
@@ -176,6 +179,7 @@ TEST_F(PrinterCache, IsTheLibrarysOfTheDriverOrBesideTheResourceModule)
         SCOPED_TRACE(in + " " + resourceModule);
         const TestProduct product = Product(resourceModule.c_str());
         const FakeVersion version(windows);
+        const Watch<decltype(&GetSystemDirectoryA)> asksForSystem("GetSystemDirectoryA", driver.empty());
         const TraceWorld trace;
         Install(library, in);
         const int result = steps.ends_with(asked);
