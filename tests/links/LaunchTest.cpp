@@ -73,14 +73,14 @@ TEST_F(Launch, WithoutABrowserNothingHappens)
         EXPECT_EQ(calls.log, "") << what;
         EXPECT_EQ(trace.Steps(), Begin("GotoURLManually", "7")) << what;
     };
-    browser.Register("");
-    expectNothing("empty command");
-    browser.Register(longPath);
-    expectNothing("command too long");
-    browser.Register(longPath.substr(0, 260), REG_BINARY);
-    expectNothing("command too long, no NUL");
-    browser.Register("\1\2\3\4", REG_DWORD);
-    expectNothing("command is a number");
+    for (const auto& [command, type] : {std::pair(std::string(), REG_SZ),
+                                        {longPath, REG_SZ},
+                                        {longPath.substr(0, 260), REG_BINARY}, // no NUL
+                                        {"\1\2\3\4", REG_DWORD}})
+    {
+        browser.Register(command, type);
+        expectNothing(command.c_str());
+    }
     RegDeleteTreeA(HKEY_CLASSES_ROOT, "webdoc");
     expectNothing("no command");
     browser.world.SetText(HKEY_CLASSES_ROOT, ".htm", "", "");

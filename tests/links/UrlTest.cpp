@@ -61,14 +61,6 @@ TEST(Url, EachKindHasItsName)
     }
 }
 
-TEST(Url, PlainAddressWhenTheOverrideSaysZero)
-{
-    const TestProduct product(AddressSettings({{"IDO_OEM_URL_OVERRIDE", "0"}}));
-    TestLink link;
-    for (const LinkName& name : LinkNames)
-        EXPECT_EQ(link.Get(name.subUrl), std::string("http://base/go") + name.subUrl);
-}
-
 TEST(Url, MissingSettingsReadAsErrors)
 {
     const TestProduct product({});
