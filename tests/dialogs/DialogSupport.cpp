@@ -1,10 +1,8 @@
 #include "DialogSupport.h"
-#include "support/GdiObjects.h"
-#include "support/OpenHandles.h"
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 DialogTest::DialogTest(const char* library, const SettingList& settings)
     : m_library(LoadLibraryA((TestFolder() + "dialogs\\" + library).c_str())), m_settings(settings)
@@ -195,21 +193,4 @@ std::vector<COLORREF> ShownPixels(const CWnd& dialog, int id)
             pixels.push_back(GetPixel(surface, x, y));
     ReleaseDC(dialog.m_hWnd, surface);
     return pixels;
-}
-
-void ExpectNothingLeftBehind(const std::function<void(int)>& round)
-{
-    const auto count = []
-    {
-        std::size_t windows = 0;
-        const auto add = [](HWND, LPARAM sum) -> BOOL { return ++*reinterpret_cast<std::size_t*>(sum) != 0; };
-        EnumThreadWindows(GetCurrentThreadId(), add, reinterpret_cast<LPARAM>(&windows));
-        return std::array{static_cast<std::size_t>(CountGdiObjects()), windows, OpenHandles(), LoadedModules()};
-    };
-    for (int i = 0; i < 10; ++i)
-        round(i);
-    const auto before = count();
-    for (int i = 0; i < 90; ++i)
-        round(i);
-    EXPECT_EQ(count(), before);
 }

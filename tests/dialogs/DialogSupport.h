@@ -4,7 +4,6 @@
 #include "support/TestProduct.h"
 #include <afxwin.h>
 #include <gmock/gmock.h>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -98,6 +97,3 @@ CRect AreaOf(const CWnd& dialog, int id);
 /// The pixels of a control's place as the window shows them once it has painted what it wants to, row by row, from left
 /// to right also in a mirrored window.
 std::vector<COLORREF> ShownPixels(const CWnd& dialog, int id);
-
-/// Runs rounds, with their numbers, that must leave behind no drawing object, window, kernel handle or module.
-void ExpectNothingLeftBehind(const std::function<void(int)>& round);

@@ -3,10 +3,12 @@
 #include "DialogSupport.h"
 #include "dialogs/DialogIds.h"
 #include "links/LaunchCalls.h"
+#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
 #include <algorithm>
+#include <array>
 #include <fstream>
 
 namespace
@@ -697,15 +699,15 @@ TEST_F(OptionsDialog, LeavesNothingBehind)
     m_skins.AddForeign("dlgt2.dll");
     m_skins.AddBroken("dlgt3.dll");
     m_skins.Add("dlgt4.dll");
-    ExpectNothingLeftBehind(
-        [this](int number)
-        {
-            Options dialog(m_skins);
-            for (int i = 0; i < 4; ++i)
-                dialog.SendMessage(WM_COMMAND, IDC_JSW_SKIN_NEXT);
-            dialog.RedrawWindow();
-            dialog.SendMessage(WM_COMMAND, number % 2 ? IDOK : IDCANCEL);
-            dialog.InitModal(Printer, m_skins.Path("").c_str());
-            RunModal(dialog, WM_COMMAND, number % 2 ? IDOK : IDCANCEL);
-        });
+    ExpectNothingLeftBehind(100,
+                            [this](int number)
+                            {
+                                Options dialog(m_skins);
+                                for (int i = 0; i < 4; ++i)
+                                    dialog.SendMessage(WM_COMMAND, IDC_JSW_SKIN_NEXT);
+                                dialog.RedrawWindow();
+                                dialog.SendMessage(WM_COMMAND, number % 2 ? IDOK : IDCANCEL);
+                                dialog.InitModal(Printer, m_skins.Path("").c_str());
+                                RunModal(dialog, WM_COMMAND, number % 2 ? IDOK : IDCANCEL);
+                            });
 }

@@ -3,6 +3,7 @@
 #include "DialogSupport.h"
 #include "dialogs/DialogIds.h"
 #include "support/FakeVersion.h"
+#include "support/GdiObjects.h"
 #include "support/IatPatch.h"
 #include "support/RecordingProgram.h"
 #include "support/TraceWorld.h"
@@ -298,17 +299,17 @@ TEST_F(VersionDialog, IsLaidOutWellInBothLayouts)
 TEST_F(VersionDialog, LeavesNothingBehind)
 {
     PlaceComponents();
-    ExpectNothingLeftBehind(
-        [](int number)
-        {
-            Version dialog;
-            dialog.Press(IDC_VERSION_DETAILS);
-            if (number % 2)
-            {
-                dialog.DestroyWindow();
-                RunModal(dialog, WM_CLOSE, 0);
-            }
-        });
+    ExpectNothingLeftBehind(100,
+                            [](int number)
+                            {
+                                Version dialog;
+                                dialog.Press(IDC_VERSION_DETAILS);
+                                if (number % 2)
+                                {
+                                    dialog.DestroyWindow();
+                                    RunModal(dialog, WM_CLOSE, 0);
+                                }
+                            });
 }
 
 TEST_F(VersionDialog, GoesWithItsOwnerAndLeavesTheResourceHandleAlone)
