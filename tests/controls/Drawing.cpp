@@ -1,12 +1,11 @@
 // Drawing through a colour key.
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
+#include "support/FakeVersion.h"
 #include "support/GdiObjects.h"
-#include "support/Probe.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 
 namespace
@@ -306,27 +305,21 @@ TEST_F(SavedDrawing, LeavesNoObjectBehind)
         21); // every kind of load has been tried
 }
 
-PROBE(MirroredDraw)
+TEST(Drawing, IsOnePixelFurtherRightInMirroredContextsOfThe9xFamily)
 {
     const Picture picture(8, 8, 24, 3);
     const PictureLibrary library({{1, picture.Dib()}});
-    for (const DWORD layout : {0, LAYOUT_RTL})
-    {
-        const Surface surface(Side, Side, 1, layout);
-        const auto before = surface.Pixels();
-        CTransparentBmp bitmap;
-        bitmap.LoadTransparent(library.Module(), 1, picture.Key(), nullptr);
-        Draw(bitmap, surface, 4, 4);
-        const bool inPlace = surface.Pixels() == Over(before, picture, 4, 4);
-        const bool oneRight = surface.Pixels() == Over(before, picture, 5, 4);
-        std::puts(inPlace ? "in place" : oneRight ? "one right" : "elsewhere");
-    }
-    return 0;
-}
-
-TEST(Drawing, IsOnePixelFurtherRightInMirroredContextsOfThe9xFamily)
-{
-    EXPECT_EQ(RunProbeUnder("win98", "MirroredDraw").output, "in place\none right\n");
-    EXPECT_EQ(RunProbeUnder("nt40", "MirroredDraw").output, "in place\nin place\n");
+    for (const int platform : {VER_PLATFORM_WIN32_WINDOWS, VER_PLATFORM_WIN32_NT})
+        for (const DWORD layout : {0, LAYOUT_RTL})
+        {
+            const FakeVersion version(platform, 4, 10);
+            const Surface surface(Side, Side, 1, layout);
+            const int left = layout && platform == VER_PLATFORM_WIN32_WINDOWS ? 5 : 4;
+            const auto expected = Over(surface.Pixels(), picture, left, 4);
+            CTransparentBmp bitmap;
+            bitmap.LoadTransparent(library.Module(), 1, picture.Key(), nullptr);
+            Draw(bitmap, surface, 4, 4);
+            EXPECT_EQ(surface.Pixels(), expected) << platform << ", layout " << layout;
+        }
 }
 } // namespace

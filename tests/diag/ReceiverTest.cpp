@@ -2,6 +2,7 @@
 #include "diag/CSpy.h"
 #include "diag/TracePicture.h"
 #include "support/TraceWorld.h"
+#include "system/internal/Handle.h"
 #include <afxwin.h>
 #include <gtest/gtest.h>
 #include <cstddef>
@@ -20,11 +21,8 @@ protected:
     ReceiverTest() { CreateDirectoryA(Folder.c_str(), nullptr); }
     ~ReceiverTest() override
     {
-        if (m_process.hProcess)
-        {
-            TerminateProcess(m_process.hProcess, 1);
-            Finish();
-        }
+        TerminateProcess(m_process.Get(), 1); // in case that it did not end by itself
+        WaitForSingleObject(m_process.Get(), 10000);
         std::filesystem::remove_all(Folder);
     }
 
@@ -32,9 +30,12 @@ protected:
     {
         STARTUPINFOA startup = {};
         startup.cb = sizeof startup;
+        PROCESS_INFORMATION started = {};
         std::string line = "..\\..\\bin\\tracereceiver.exe --save \"" + Folder + "\" --count " + std::to_string(count);
         ASSERT_TRUE(
-            CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &m_process));
+            CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
+        m_process.Reset(started.hProcess);
+        CloseHandle(started.hThread);
         for (int i = 0; i < 500 && !m_window; ++i, Sleep(20))
             m_window = FindWindowA(TRACE_RECEIVER_CLASS, TRACE_RECEIVER_TITLE);
         ASSERT_TRUE(m_window);
@@ -44,11 +45,8 @@ protected:
     DWORD Finish()
     {
         DWORD code = ~0u;
-        EXPECT_EQ(WaitForSingleObject(m_process.hProcess, 10000), WAIT_OBJECT_0);
-        GetExitCodeProcess(m_process.hProcess, &code);
-        CloseHandle(m_process.hProcess);
-        CloseHandle(m_process.hThread);
-        m_process = {};
+        EXPECT_EQ(WaitForSingleObject(m_process.Get(), 10000), WAIT_OBJECT_0);
+        GetExitCodeProcess(m_process.Get(), &code);
         return code;
     }
 
@@ -63,7 +61,7 @@ protected:
     }
 
 private:
-    PROCESS_INFORMATION m_process = {};
+    tvk::KernelHandle m_process;
     HWND m_window = nullptr;
 };
 

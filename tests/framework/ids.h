@@ -14,4 +14,3 @@
 #define IDC_COMBO 1007
 #define IDC_LIST 1008
 #define IDC_OWNER 1009
-#define IDB_DOT 400

@@ -1,6 +1,6 @@
 // What the identities and states of cartridges mean.
+#include "support/FakeVersion.h"
 #include "support/RegistryWorld.h"
-#include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "ink/CGUIInkDisplay.h"
 #include "ink/InkDisplay.h"
@@ -116,12 +116,11 @@ TEST(Cartridges, AreFlaggedByTheirStatusWithSmartMessagingAlone)
 
 TEST(Cartridges, BelongWhereThePrintHeadFormatSays)
 {
-    struct Places
+    constexpr struct
     {
         int first, second;
         int wrong[3][2]; // in format 1, in format 2, in any other
-    };
-    constexpr Places rows[] = {
+    } rows[] = {
         {80, 112, {{0, 0}, {1, 1}, {0, 0}}}, {114, 143, {{1, 1}, {0, 0}, {0, 0}}}, {112, 127, {{1, 0}, {0, 1}, {0, 0}}},
         {95, 128, {{0, 1}, {1, 0}, {0, 0}}}, {48, 80, {{0, 1}, {0, 0}, {0, 0}}},   {80, 48, {{0, 0}, {1, 0}, {0, 0}}},
         {48, 63, {{0, 0}, {0, 0}, {0, 0}}},  {32, 16, {{0, 0}, {0, 0}, {0, 0}}},   {115, 96, {{0, 0}, {0, 0}, {0, 0}}},
@@ -130,7 +129,7 @@ TEST(Cartridges, BelongWhereThePrintHeadFormatSays)
     {
         const TestProduct product({{"IDO_PRINTHEADFORMAT", format}});
         CGUIInkDisplay display;
-        for (const Places& row : rows)
+        for (const auto& row : rows)
         {
             INKINFO ink{};
             ink.iLogCartID1 = row.first;
@@ -176,31 +175,20 @@ constexpr char Flag[] = "DimsFlag";
 const std::string Zero(4, '\0'), Seven("\7\0\0\0", 4);
 } // namespace
 
-PROBE(DimsOfAPrinter)
-{
-    const TestProduct product(DimsSettings);
-    CGUIInkDisplay display;
-    std::printf("%d", display.GetDIMSValue("Ink Test Printer"));
-    display.SetDIMSValue("Ink Test Printer", 0);
-    std::printf("%d", display.GetDIMSValue("Ink Test Printer"));
-    display.SetDIMSValue("Ink Test Printer", 7);
-    std::printf("%d", display.GetDIMSValue("Ink Test Printer"));
-    return 0;
-}
-
 TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
 {
     const struct
     {
-        const char* version;
+        int platform;
         bool installed;
         HKEY root;
         const char* key;
     } systems[] = {
-        {"win98", false, HKEY_LOCAL_MACHINE,
+        {VER_PLATFORM_WIN32_WINDOWS, false, HKEY_LOCAL_MACHINE,
          "System\\CurrentControlSet\\control\\Print\\Printers\\Ink Test Printer\\GUI\\PSW"},
-        {"win7", false, HKEY_CURRENT_USER, "Printers\\Ink Test Printer\\GUI\\PSW"},
-        {"win7", true, HKEY_LOCAL_MACHINE, "Software\\Torvane\\InkTest\\IJPrtSettings\\Original Name\\GUI\\PSW"},
+        {VER_PLATFORM_WIN32_NT, false, HKEY_CURRENT_USER, "Printers\\Ink Test Printer\\GUI\\PSW"},
+        {VER_PLATFORM_WIN32_NT, true, HKEY_LOCAL_MACHINE,
+         "Software\\Torvane\\InkTest\\IJPrtSettings\\Original Name\\GUI\\PSW"},
     };
     for (const auto& system : systems)
     {
@@ -209,7 +197,14 @@ TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
         if (system.installed)
             registry.Printer("Ink Test Printer", "Original Name");
         registry.Claim(system.root, system.key);
-        EXPECT_EQ(RunProbeUnder(system.version, "DimsOfAPrinter").output, "101");
+        const TestProduct product(DimsSettings);
+        const FakeVersion version(system.platform, system.platform == VER_PLATFORM_WIN32_NT ? 6 : 4, 10);
+        CGUIInkDisplay display;
+        EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 1);
+        display.SetDIMSValue("Ink Test Printer", 0);
+        EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 0);
+        display.SetDIMSValue("Ink Test Printer", 7);
+        EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 1);
         EXPECT_EQ(RegistryWorld::Get(system.root, system.key, Flag), Seven);
     }
 }

@@ -1,4 +1,5 @@
 #include "Probe.h"
+#include "system/internal/Handle.h"
 #include <windows.h>
 #include <cstdio>
 #include <map>
@@ -48,46 +49,41 @@ ProcessResult RunProcess(const std::string& commandLine, unsigned long milliseco
 {
     ProcessResult result;
     SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
-    HANDLE readEnd = nullptr, writeEnd = nullptr;
-    if (!CreatePipe(&readEnd, &writeEnd, &inherit, 0))
+    tvk::KernelHandle readEnd, writeEnd;
+    if (!CreatePipe(readEnd.Receive(), writeEnd.Receive(), &inherit, 0))
         return result;
-    SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+    SetHandleInformation(readEnd.Get(), HANDLE_FLAG_INHERIT, 0);
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-    startup.hStdOutput = writeEnd;
-    startup.hStdError = writeEnd;
-    PROCESS_INFORMATION process = {};
+    startup.hStdOutput = startup.hStdError = writeEnd.Get();
+    PROCESS_INFORMATION started = {};
     std::string line = commandLine;
-    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started))
     {
         result.output = "cannot start " + commandLine;
-        CloseHandle(readEnd);
-        CloseHandle(writeEnd);
         return result;
     }
-    CloseHandle(writeEnd);
+    const tvk::KernelHandle process(started.hProcess), thread(started.hThread);
+    writeEnd.Reset();
     std::thread reader(
         [&]
         {
             char buffer[4096];
             DWORD got = 0;
-            while (ReadFile(readEnd, buffer, sizeof buffer, &got, nullptr) && got)
+            while (ReadFile(readEnd.Get(), buffer, sizeof buffer, &got, nullptr) && got)
                 for (DWORD i = 0; i < got; ++i)
                     if (buffer[i] != '\r')
                         result.output += buffer[i];
         });
-    if (WaitForSingleObject(process.hProcess, milliseconds) != WAIT_OBJECT_0)
+    if (WaitForSingleObject(process.Get(), milliseconds) != WAIT_OBJECT_0)
     {
-        TerminateProcess(process.hProcess, 97);
-        WaitForSingleObject(process.hProcess, 5000);
+        TerminateProcess(process.Get(), 97);
+        WaitForSingleObject(process.Get(), 5000);
     }
     reader.join();
-    GetExitCodeProcess(process.hProcess, &result.exitCode);
-    CloseHandle(process.hProcess);
-    CloseHandle(process.hThread);
-    CloseHandle(readEnd);
+    GetExitCodeProcess(process.Get(), &result.exitCode);
     return result;
 }
 

@@ -9,7 +9,8 @@ inline void PumpMessages(DWORD milliseconds = 0)
     const DWORD end = GetTickCount() + milliseconds;
     do
     {
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
+        // A window that never validates itself has messages without end.
+        for (MSG message; (!milliseconds || GetTickCount() < end) && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
             DispatchMessageA(&message);
         Sleep(milliseconds ? 5 : 0);
     } while (GetTickCount() < end);
