@@ -14,7 +14,8 @@ constexpr int Size = 40;
 class Host : public CWnd
 {
 public:
-    static COLORREF Background(int x, int y) { return RGB(x, y, x + y); }
+    static inline int shade = 0;
+    static COLORREF Background(int x, int y) { return RGB(x, y, x + y + shade); }
 
 protected:
     afx_msg BOOL OnEraseBkgnd(CDC* context)
@@ -65,8 +66,10 @@ TEST_P(StaticPictures, ShowThePictureOverTheParentsBackground)
         expectShown(&first, "the first");
         EXPECT_EQ(control.Initialize(2, second.Key(), mode, library.Module()), 1);
         expectShown(&second, "the second leaves nothing of the first");
+        ++Host::shade;
+        host.Invalidate();
         control.Invalidate();
-        expectShown(&second, "painted again");
+        expectShown(&second, "painted again, over another background");
         EXPECT_EQ(control.Initialize(3, second.Key(), mode, library.Module()), 0);
         expectShown(nullptr, "no such picture");
     }
