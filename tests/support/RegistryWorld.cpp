@@ -7,6 +7,11 @@ RegistryWorld::~RegistryWorld()
 {
     for (const auto& [root, path] : m_restricted)
         Grant(root, path, KEY_ALL_ACCESS);
+    for (const auto& [root, path, name, bytes, type] : m_kept)
+        if (bytes)
+            Set(root, path, name.c_str(), type, *bytes);
+        else
+            RegDeleteKeyValueA(root, path.c_str(), name.c_str());
     for (auto claim = m_claimed.rbegin(); claim != m_claimed.rend(); ++claim)
     {
         RegDeleteTreeA(claim->first, claim->second.c_str());
@@ -51,6 +56,13 @@ void RegistryWorld::SetText(HKEY root, const std::string& path, const char* name
 void RegistryWorld::SetNumber(HKEY root, const std::string& path, const char* name, DWORD number)
 {
     Set(root, path, name, REG_DWORD, std::string(reinterpret_cast<const char*>(&number), sizeof number));
+}
+
+void RegistryWorld::Keep(HKEY root, const std::string& path, const char* name)
+{
+    DWORD type = REG_NONE;
+    RegGetValueA(root, path.c_str(), name, RRF_RT_ANY | RRF_NOEXPAND, &type, nullptr, nullptr);
+    m_kept.push_back({root, path, name, Get(root, path, name), type});
 }
 
 void RegistryWorld::Restrict(HKEY root, const std::string& path, DWORD rights)

@@ -24,6 +24,8 @@ public:
     void Set(HKEY root, const std::string& path, const char* name, DWORD type, const std::string& bytes);
     void SetText(HKEY root, const std::string& path, const char* name, const std::string& text);
     void SetNumber(HKEY root, const std::string& path, const char* name, DWORD number);
+    /// A value that the test may change: at the end it is as it is now.
+    void Keep(HKEY root, const std::string& path, const char* name);
     /// Grants everyone these rights to a key and nobody more (0: no rights at all), until the end of
     /// the test.
     void Restrict(HKEY root, const std::string& path, DWORD rights);
@@ -37,5 +39,13 @@ public:
 private:
     static void Grant(HKEY root, const std::string& path, DWORD rights);
 
+    struct Kept
+    {
+        HKEY root;
+        std::string path, name;
+        std::optional<std::string> bytes;
+        DWORD type;
+    };
     std::vector<std::pair<HKEY, std::string>> m_claimed, m_restricted;
+    std::vector<Kept> m_kept;
 };

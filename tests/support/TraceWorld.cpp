@@ -22,20 +22,14 @@ const std::regex& TimeStamp()
 TraceWorld::TraceWorld(unsigned long guilog)
 {
     m_registry.Claim(HKEY_LOCAL_MACHINE, Key);
-    BYTE data[256];
-    DWORD size = sizeof data, type = 0;
-    if (RegGetValueA(HKEY_LOCAL_MACHINE, Key, Name, RRF_RT_ANY, &type, data, &size) == ERROR_SUCCESS)
-        m_former = Value{type, std::string(data, data + size)};
+    m_registry.Keep(HKEY_LOCAL_MACHINE, Key, Name);
     Clear();
     Switch(guilog);
 }
 
 TraceWorld::~TraceWorld()
 {
-    if (m_former)
-        Switch(m_former->type, m_former->data);
-    else
-        RemoveSwitch();
+    RemoveSwitch();
     Clear();
     DeleteFileA(LogPath().c_str());
 }

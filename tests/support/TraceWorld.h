@@ -4,7 +4,6 @@
 #pragma once
 
 #include "RegistryWorld.h"
-#include <optional>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -36,13 +35,7 @@ public:
     void Clear();
 
 private:
-    struct Value
-    {
-        unsigned long type;
-        std::string data;
-    };
     RegistryWorld m_registry;
-    std::optional<Value> m_former;
 };
 
 /// A record without its time stamp and the two blanks; fails the running test when they are not there.

@@ -3,28 +3,51 @@
 
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
-
-template <class F>
-class Watch;
+#include <type_traits>
 
 /// Counts the calls that a module makes of a system function for as long as the object lives. The call numbered
-/// `refuse` (from 1) is not passed on and fails.
-template <class R, class... A>
-class Watch<R(WINAPI*)(A...)>
+/// `refuse` (from 1) is not passed on and answers `failure`. Functions of one type that are watched at the same time
+/// need a tag each.
+template <class F, class Tag = void>
+class Watch;
+
+template <class R, class... A, class Tag>
+class Watch<R(WINAPI*)(A...), Tag>
 {
+    using Answer = std::conditional_t<std::is_void_v<R>, int, R>;
+
 public:
-    explicit Watch(const char* function, int refuse = 0, HMODULE caller = LibraryUnderTest())
+    explicit Watch(const char* function, int refuse = 0, HMODULE caller = LibraryUnderTest(), Answer failure = Answer{})
         : m_patch(caller, function, &Call)
     {
-        s_calls = 0;
+        s_calls = s_done = 0;
         s_refuse = refuse;
+        s_failure = failure;
         s_original = m_patch.template Original<R(WINAPI*)(A...)>();
     }
     int Calls() const { return s_calls; }
+    /// Those that answered something else than 0.
+    int Done() const { return s_done; }
 
 private:
-    static R WINAPI Call(A... arguments) { return ++s_calls == s_refuse ? R{} : s_original(arguments...); }
-    static inline int s_calls, s_refuse;
+    static R WINAPI Call(A... arguments)
+    {
+        if (++s_calls == s_refuse)
+        {
+            SetLastError(ERROR_ACCESS_DENIED);
+            return static_cast<R>(s_failure);
+        }
+        if constexpr (std::is_void_v<R>)
+            s_original(arguments...);
+        else
+        {
+            const R result = s_original(arguments...);
+            s_done += result != R{};
+            return result;
+        }
+    }
+    static inline int s_calls, s_done, s_refuse;
+    static inline Answer s_failure;
     static inline R(WINAPI* s_original)(A...);
     IatPatch m_patch;
 };
