@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <functional>
 #include <thread>
+#include <tuple>
 
 namespace
 {
@@ -21,6 +22,7 @@ using testing::ElementsAre;
 const std::string DriverRoot = "C:\\windows\\system32\\telephone test\\";
 const char* const Supplies = "SOFTWARE\\Telephone test\\Store\\M1";
 const char* const OwnSupplies = "SOFTWARE\\Telephone test\\Own\\M1";
+const char* const International = "Control Panel\\International";
 const char* const Resources = PRODUCT_PREFIX "cres.dll"; // beside the library, with a name as long as its own
 const char* const MirroredResources = PRODUCT_PREFIX "crtl.dll";
 
@@ -61,12 +63,11 @@ protected:
         m_registry.Claim(HKEY_LOCAL_MACHINE, Supplies);
         m_registry.Claim(HKEY_LOCAL_MACHINE, OwnSupplies);
         UseProduct();
-        m_userLocale = *RegistryWorld::Get(HKEY_CURRENT_USER, "Control Panel\\International", "Locale");
+        m_registry.Keep(HKEY_CURRENT_USER, International, "Locale");
         SetUserLocale("00000407");
     }
     ~TelephoneList() override
     {
-        SetUserLocale(m_userLocale.c_str());
         fs::remove_all(DriverRoot);
         EXPECT_FALSE(GetModuleHandleA(Resources)) << "still loaded";
     }
@@ -88,11 +89,7 @@ protected:
         m_product.reset();
         m_product = std::make_unique<TestProduct>(settings);
     }
-    static void SetUserLocale(const char* locale)
-    {
-        RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "Locale", REG_SZ, locale,
-                        static_cast<DWORD>(strlen(locale) + 1));
-    }
+    void SetUserLocale(const char* locale) { m_registry.SetText(HKEY_CURRENT_USER, International, "Locale", locale); }
     void Remember(const std::string& locale) { m_registry.SetText(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", locale); }
     /// Up to the NUL, with which the system completes a text.
     static std::string Remembered(const char* path = Supplies)
@@ -104,7 +101,6 @@ protected:
 
 private:
     std::unique_ptr<TestProduct> m_product;
-    std::string m_userLocale;
 };
 
 TEST_F(TelephoneList, HasMyCountryFirstThenTheOthersInTheSuitesOrder)
@@ -136,45 +132,41 @@ TEST_F(TelephoneList, ShowsEachCountryOnce)
 {
     for (const char* locale : {"0000040A", "00000C0A", "00000807", "0000100C", "00000810", "00000409"})
         WriteNumber(locale, "1");
-    Remember("0000040A");
+    const std::pair<const char*, const char*> spanish[] = {
+        {"0000040A", "040A Spain"}, {"00000C0A", "0C0A Spain"}, {"00000407", "040A Spain"}}; // the last has no number
     Telephones telephones;
-    EXPECT_THAT(telephones.List(), ElementsAre("040A Spain", "100C Switzerland", "0409 United States"));
-    Remember("00000C0A");
-    EXPECT_THAT(telephones.List(), ElementsAre("0C0A Spain", "100C Switzerland", "0409 United States"));
-    Remember("00000407"); // no number
-    EXPECT_THAT(telephones.List(), ElementsAre("040A Spain", "100C Switzerland", "0409 United States"));
+    for (const auto& [myLocale, spain] : spanish)
+    {
+        Remember(myLocale);
+        EXPECT_THAT(telephones.List(), ElementsAre(spain, "100C Switzerland", "0409 United States"));
+    }
 }
 
 TEST_F(TelephoneList, TellsNumbersFromTheirAbsence)
 {
     const std::string longNumber(400, '7');
-    const std::pair<const char*, const char*> numbers[] = {{"00000401", ""},         {"00000402", "Default"},
-                                                           {"00000403", "default"},  {"00000404", "0800 (1) 22"},
-                                                           {"0000040C", "France's"}, {"00000405", longNumber.c_str()}};
-    for (const auto& [locale, number] : numbers)
-        WriteNumber(locale, number);
-    struct Case
-    {
-        const char* locale;
-        int result;
-        std::string number;
+    const std::tuple<const char*, const char*, int, std::string> cases[] = {
+        // locale, INI value, answer
+        {"00000401", "", 0, ""},
+        {"00000402", "Default", 0, "Default"},
+        {"00000403", "default", 1, "default"},
+        {"00000404", "0800 (1) 22", 1, "0800 (1) 22"},
+        {"00000405", longNumber.c_str(), 1, longNumber.substr(0, 255)},
+        {"0000040c", "France's", 1, "France's"},
+        {"00000406", nullptr, 0, "Default"},
+        {"0404", nullptr, 0, "Default"}, // no such key: only what is behind the fourth character counts
+        {"abcd0404", nullptr, 1, "0800 (1) 22"},
+        {"040", nullptr, 0, ""},
     };
-    // clang-format off
-    const Case cases[] = {
-        {"00000401", 0, ""}, {"00000402", 0, "Default"}, {"00000403", 1, "default"}, {"00000404", 1, "0800 (1) 22"},
-        {"00000405", 1, longNumber.substr(0, 255)}, {"0000040c", 1, "France's"},
-        {"00000406", 0, "Default"}, {"0404", 0, "Default"}, // no such key
-        {"abcd0404", 1, "0800 (1) 22"}, {"040", 0, ""}, // only what is behind the fourth character counts
-    };
-    // clang-format on
     OEMTeleIni telephones;
-    for (const auto& [locale, result, number] : cases)
+    CString read = "unchanged";
+    for (const auto& [locale, stored, result, number] : cases)
     {
-        CString read = "unchanged";
+        if (stored)
+            WriteNumber(locale, stored);
         EXPECT_EQ(telephones.GetPhoneNumber(locale, read), result) << locale;
         EXPECT_EQ(std::string(read), number) << locale;
     }
-    CString read;
     EXPECT_EQ(telephones.GetPhoneNumber(CString('4', 300), read), 0);
     fs::remove(DriverRoot + "3\\tele.ini");
     EXPECT_EQ(telephones.GetPhoneNumber("00000404", read), 0);
@@ -183,10 +175,8 @@ TEST_F(TelephoneList, TellsNumbersFromTheirAbsence)
 
 TEST_F(TelephoneList, LiesInTheDriversDirectoryOfTheWindowsFamily)
 {
-    const std::pair<CRegistry::OSVersion, std::string> cases[] = {{CRegistry::OS_WIN98, SystemFolder()},
-                                                                  {CRegistry::OS_WINNT4, DriverRoot + "2\\"},
-                                                                  {CRegistry::OS_WINXP, DriverRoot + "3\\"}};
-    for (const auto& [windows, folder] : cases)
+    for (const auto& [windows, folder] :
+         {std::pair{CRegistry::OS_WIN98, SystemFolder()}, {CRegistry::OS_WINNT4, DriverRoot + "2\\"}})
     {
         const FakeVersion version(windows);
         fs::create_directories(folder);
@@ -211,23 +201,21 @@ TEST_F(TelephoneList, RemembersTheSystemsLocaleWhenThereIsNone)
 {
     WriteNumber("00000407", "1");
     WriteNumber("00000409", "2");
-    const auto expect = [](const char* remembered, const char* first)
-    {
-        EXPECT_EQ(Telephones().List().at(0), first);
-        EXPECT_EQ(Remembered(), remembered);
-    };
-    expect("00000407", "0407 Germany"); // no key
+    EXPECT_EQ(Telephones().List().at(0), "0407 Germany");
+    EXPECT_EQ(Remembered(), "00000407") << "no key";
     m_registry.SetNumber(HKEY_LOCAL_MACHINE, Supplies, "MyLocale", 0x409);
-    expect("00000407", "0407 Germany");
-    for (const char* text : {"", "MyLocale"}) // or only prepared
+    EXPECT_EQ(Telephones().List().at(0), "0407 Germany");
+    EXPECT_EQ(Remembered(), "00000407") << "no text";
+    const char* const cases[][3] = {{"", "00000407", "0407 Germany"},
+                                    {"MyLocale", "00000407", "0407 Germany"}, // only prepared
+                                    {"00000409", "00000409", "0409 United States"},
+                                    {"mine", "mine", "0407 Germany"}}; // whatever it is
+    for (const auto& [before, after, first] : cases)
     {
-        Remember(text);
-        expect("00000407", "0407 Germany");
+        Remember(before);
+        EXPECT_EQ(Telephones().List().at(0), first);
+        EXPECT_EQ(Remembered(), after);
     }
-    Remember("00000409");
-    expect("00000409", "0409 United States");
-    Remember("mine");
-    expect("mine", "0407 Germany"); // whatever it is
     SetUserLocale("of no country");
     Remember("");
     Telephones().List();
@@ -265,11 +253,7 @@ TEST_F(TelephoneList, RemembersUnderTheKeyOfTheOrderingTool)
 
 TEST_F(TelephoneList, HasADefaultNumber)
 {
-    const HINSTANCE resource = AfxGetResourceHandle();
-    const struct
-    {
-        const char *german, *american, *number, *remembered;
-    } cases[] = {
+    const char* const cases[][4] = {
         {"030 1", "555 1", "030 1|Germany", "00000407"},
         {"WORLDWIDE", "555 1", "Worldwide support|Germany", "00000407"},
         {"Default", "555 1", "555 1|United States", "00000409"},
@@ -283,8 +267,6 @@ TEST_F(TelephoneList, HasADefaultNumber)
         Remember("00000407");
         EXPECT_EQ(Telephones().DefaultNumber(), number) << german;
         EXPECT_EQ(Remembered(), remembered) << german;
-        EXPECT_EQ(AfxGetResourceHandle(), resource);
-        EXPECT_FALSE(GetModuleHandleA(Resources));
     }
     fs::remove(DriverRoot + "3\\tele.ini");
     EXPECT_EQ(Telephones().DefaultNumber(), "|United States");
@@ -298,30 +280,27 @@ TEST_F(TelephoneList, TakesTextsFromAResidentLibraryOrTheOneBesideTheUtilitiesLi
     const char *own = PRODUCT_PREFIX "util.dll", *generic = "Worldwide support|Germany";
     // The library's own path less eleven characters, as many as the missing name has: its first letter stays.
     const std::string missing = TestFolder() + std::string(PRODUCT_PREFIX, 1) + "nowhere.dll|ERROR|0|0";
-    const struct
-    {
-        const char *resident, *utilities, *resources, *number;
-        std::vector<std::string> boxes;
-    } cases[] = {
+    using Boxes = std::vector<std::string>;
+    const std::tuple<const char*, const char*, const char*, const char*, Boxes> cases[] = {
         {MirroredResources, own, "nowhere.dll", generic, {}},
         {"notloaded.dll", own, Resources, generic, {}},
         {"notloaded.dll", own, "nowhere.dll", "|Germany", {missing}},
         // Without a folder the library is not searched for, though it lies beside the program.
         {"notloaded.dll", "notloaded.dll", Resources, "|Germany", {std::string(Resources) + "|ERROR|0|0"}},
     };
-    for (const auto& row : cases)
+    for (const auto& [residentName, utilities, resources, number, shown] : cases)
     {
-        UseProduct(0, row.resources, row.resident, row.utilities);
-        const HMODULE resident = LoadLibraryA(row.resident);
+        UseProduct(0, resources, residentName, utilities);
+        const HMODULE resident = LoadLibraryA(residentName);
         Telephones telephones;
         for (int round = 0; round < 2; ++round)
         {
-            EXPECT_EQ(telephones.DefaultNumber(), row.number) << row.resources;
-            EXPECT_EQ(MessageBoxes::Shown(), row.boxes);
+            EXPECT_EQ(telephones.DefaultNumber(), number) << resources;
+            EXPECT_EQ(MessageBoxes::Shown(), shown);
         }
         EXPECT_EQ(AfxGetResourceHandle(), resource);
         FreeLibrary(resident);
-        EXPECT_FALSE(GetModuleHandleA(row.resident)) << "one load too many";
+        EXPECT_FALSE(GetModuleHandleA(residentName)) << "one load too many";
     }
     UseProduct();
     TraceWorld trace;
@@ -415,8 +394,7 @@ void InDialog(OEMTeleIni& telephones, const std::function<void(HWND dialog, HWND
     telephones.OnSelectCountryLink();
     user.join();
     EXPECT_EQ(AfxGetResourceHandle(), resource);
-    EXPECT_TRUE(dialog) << "no dialog";
-    EXPECT_FALSE(IsWindow(dialog));
+    EXPECT_TRUE(dialog && !IsWindow(dialog));
     EXPECT_FALSE(GetModuleHandleA(Resources));
 }
 
@@ -433,25 +411,20 @@ TEST_F(TelephoneList, LetsTheUserChooseACountry)
         WriteNumber(locale, locale + 4);
     Remember("00000409");
     OEMTeleIni telephones;
-    const struct
+    const std::tuple<const char*, WPARAM, int, const char*> cases[] = {
+        {"0409 - United States", 2, IDCANCEL, "00000409"},
+        {"0409 - United States", 2, IDOK, "00000407"},
+        {"0407 - Germany", 1, MAKELONG(IDC_SELECT_COUNTRY_LIST, LBN_DBLCLK), "0000040C"}};
+    for (const auto& [first, choice, command, remembered] : cases)
     {
-        WPARAM choice;
-        int command;
-        const char* remembered;
-    } cases[] = {{2, IDCANCEL, "00000409"},
-                 {2, IDOK, "00000407"},
-                 {1, MAKELONG(IDC_SELECT_COUNTRY_LIST, LBN_DBLCLK), "0000040C"}};
-    for (const auto& [choice, command, remembered] : cases)
-    {
-        const std::string first = Remembered().substr(4);
         InDialog(telephones,
-                 [&](HWND dialog, HWND list)
+                 [&, first = first, choice = choice, command = command](HWND dialog, HWND list)
                  {
                      EXPECT_EQ(SendMessageA(list, LB_GETCOUNT, 0, 0), 3);
                      EXPECT_EQ(SendMessageA(list, LB_GETCURSEL, 0, 0), 0);
                      char text[100] = "";
                      SendMessageA(list, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
-                     EXPECT_EQ(std::string(text).substr(0, 7), first + " - ");
+                     EXPECT_STREQ(text, first);
                      EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
                      SendMessageA(list, LB_SETCURSEL, choice, 0);
                      Command(dialog, command);

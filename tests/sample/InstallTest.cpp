@@ -21,17 +21,16 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
-#include <map>
 #include <set>
 #include <string>
 
 namespace
 {
+namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -47,23 +46,26 @@ ProcessResult Installer(const std::string& arguments)
     return RunProcess("productinstall.exe " + arguments);
 }
 
+std::string Lower(std::string name)
+{
+    CharLowerA(name.data());
+    return name;
+}
+
 void AddKeys(std::set<std::string>& found, HKEY root, const std::string& path)
 {
-    HKEY key;
-    if (RegOpenKeyExA(root, path.c_str(), 0, KEY_READ, &key) != 0)
+    tvk::RegistryKey key;
+    if (RegOpenKeyExA(root, path.c_str(), 0, KEY_READ, key.Receive()) != 0)
         return;
-    found.insert(path);
+    found.insert(Lower(path));
     char name[512];
-    DWORD size = sizeof name;
-    for (DWORD i = 0; RegEnumValueA(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0;
-         ++i, size = sizeof name)
-        found.insert(path + " : " + name);
-    size = sizeof name;
-    for (DWORD i = 0; RegEnumKeyExA(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0;
-         ++i, size = sizeof name)
+    DWORD size;
+    for (DWORD i = 0; RegEnumValueA(key.Get(), i, name, &(size = sizeof name), nullptr, nullptr, nullptr, nullptr) == 0;
+         ++i)
+        found.insert(Lower(path + " : " + name));
+    for (DWORD i = 0; RegEnumKeyA(key.Get(), i, name, sizeof name) == 0; ++i)
         if (std::string(name) != "Classes") // a third of the registry, and none of ours
             AddKeys(found, root, path + "\\" + name);
-    RegCloseKey(key);
 }
 
 /// The names, in small letters, of everything that an installation could leave behind: registry keys and values, files
@@ -75,21 +77,15 @@ std::set<std::string> Machine()
     AddKeys(found, HKEY_LOCAL_MACHINE, "SYSTEM\\CurrentControlSet\\Control\\Print");
     AddKeys(found, HKEY_CURRENT_USER, "Printers");
     for (const char* folder : {"C:\\", "C:\\windows"})
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            found.insert(entry.path().string());
+        for (const auto& entry : fs::directory_iterator(folder))
+            found.insert(Lower(entry.path().string()));
     std::error_code missing;
     for (const char* folder : {System32, HelpFolder, StartMenu, Desktop, "C:\\windows\\All Users"})
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, missing))
-            found.insert(entry.path().string());
-    for (const char* key : {"\\Drivers\\Version-3", "\\Drivers"}) // the spooler's own, made for the first driver
-        found.erase(std::string("SYSTEM\\CurrentControlSet\\Control\\Print\\Environments\\Windows x64") + key);
-    std::set<std::string> small;
-    for (std::string name : found)
-    {
-        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-        small.insert(name);
-    }
-    return small;
+        for (const auto& entry : fs::recursive_directory_iterator(folder, missing))
+            found.insert(Lower(entry.path().string()));
+    for (const char* key : {"\\drivers\\version-3", "\\drivers"}) // the spooler's own, made for the first driver
+        found.erase(std::string("system\\currentcontrolset\\control\\print\\environments\\windows x64") + key);
+    return found;
 }
 
 /// What the recorder has kept.
@@ -99,38 +95,40 @@ std::string Usage()
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Handles the messages that wait, and gives other processes a moment.
-void Pump()
+/// Handles messages until the condition holds; ten seconds at most.
+bool Await(const std::function<bool()>& condition)
 {
     MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
-        DispatchMessageA(&message);
-    Sleep(20);
+    for (int tries = 0; !condition() && tries < 500; ++tries)
+    {
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageA(&message);
+        Sleep(20);
+    }
+    return condition();
+}
+
+/// Runs the installer, which succeeds; what it printed.
+std::string Done(const std::string& arguments)
+{
+    const ProcessResult result = Installer(arguments);
+    EXPECT_EQ(result.exitCode, 0u) << result.output;
+    return result.output;
 }
 
 /// The product installed while these tests run; they only read.
 class InstalledProduct : public testing::Test
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        const ProcessResult installed = Installer("");
-        EXPECT_EQ(installed.exitCode, 0u) << installed.output;
-        EXPECT_THAT(installed.output, HasSubstr("Torvane Larkmoor 460 is installed."));
-    }
-    static void TearDownTestSuite()
-    {
-        const ProcessResult removed = Installer("--remove");
-        EXPECT_EQ(removed.exitCode, 0u) << removed.output;
-    }
+    static void SetUpTestSuite() { EXPECT_THAT(Done(""), HasSubstr("Torvane Larkmoor 460 is installed.")); }
+    static void TearDownTestSuite() { Done("--remove"); }
 };
 } // namespace
 
 TEST(ProductInstall, LeavesTheMachineAsItWas)
 {
     const std::set<std::string> before = Machine();
-    const ProcessResult installed = Installer("--printer \"Office printer\" --trace 4");
-    EXPECT_EQ(installed.exitCode, 0u) << installed.output;
+    Done("--printer \"Office printer\" --trace 4");
     const std::set<std::string> between = Machine();
     for (const char* made :
          {"software\\torvane\\inkjet\\ijprtsettings\\office printer\\gui\\psw", "software\\torvane : guilog",
@@ -142,8 +140,7 @@ TEST(ProductInstall, LeavesTheMachineAsItWas)
         EXPECT_EQ(between.count(made), 1u) << made;
     EXPECT_EQ(CDataRetriever().SetParticipationLevel(1), 1);    // leaves a file
     EXPECT_EQ(ActivityTracker().WriteData(0x6001, "LM460"), 1); // leaves one, too
-    const ProcessResult removed = Installer("--remove");
-    EXPECT_EQ(removed.exitCode, 0u) << removed.output;
+    Done("--remove");
     EXPECT_EQ(Machine(), before);
 }
 
@@ -151,28 +148,25 @@ TEST(ProductInstall, FindsTheShortcutsWhereTheLibraryPutsThem)
 {
     const char* const folders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
     const std::string root = "C:\\windows\\All Users\\", programs = root + "Start Menu\\Programs";
-    std::map<const char*, std::string> saved; // without them the shortcuts lie below the Windows directory
-    for (const char* name : {"Common Desktop", "Common Programs"})
+    RegistryWorld world;
+    for (const char* name : {"Common Desktop", "Common Programs"}) // without them: below the Windows directory
     {
-        saved[name] = RegistryWorld::Get(HKEY_LOCAL_MACHINE, folders, name).value();
+        world.Keep(HKEY_LOCAL_MACHINE, folders, name);
         RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, folders, name);
     }
-    std::filesystem::create_directories(root + "Desktop");
-    std::filesystem::create_directories(programs);
+    fs::create_directories(root + "Desktop");
+    fs::create_directories(programs);
     const std::set<std::string> before = Machine();
-    const ProcessResult installed = Installer("");
-    EXPECT_EQ(installed.exitCode, 0u) << installed.output;
+    const std::string output = Done("");
     for (const std::string& link :
          {root + "Desktop\\Printer Status.lnk", programs + "\\Torvane Printer Suite\\Remove the Printer Software.lnk"})
     {
-        EXPECT_THAT(installed.output, HasSubstr(link));
-        EXPECT_TRUE(std::filesystem::exists(link)) << link;
+        EXPECT_THAT(output, HasSubstr(link));
+        EXPECT_TRUE(fs::exists(link)) << link;
     }
-    EXPECT_EQ(Installer("--remove").exitCode, 0u);
+    Done("--remove");
     EXPECT_EQ(Machine(), before);
-    std::filesystem::remove_all(root);
-    for (const auto& [name, value] : saved)
-        RegSetKeyValueA(HKEY_LOCAL_MACHINE, folders, name, REG_SZ, value.data(), static_cast<DWORD>(value.size()));
+    fs::remove_all(root);
 }
 
 TEST(ProductInstall, ReadsTextsAsLongAsAPath)
@@ -228,17 +222,6 @@ TEST_F(InstalledProduct, IniFilesHoldTheirValues)
     EXPECT_EQ(value("IDO_RETAILERSPECIFIC_INIFILE_NAME", "Partner", "IDO_RETAILER_SPECIFIC_SECTION_NAME"), "HARBOUR7");
 }
 
-TEST_F(InstalledProduct, PrinterHasItsSettingsKeyForEveryUser)
-{
-    CSafeRegistry registry;
-    registry.SetFriendlyName("Torvane Larkmoor 460");
-    char model[64] = "";
-    unsigned long size = sizeof model, type = 0;
-    ASSERT_EQ(registry.Open(nullptr, "PrinterDriverData", 0, KEY_READ), 1);
-    EXPECT_EQ(registry.Read(reinterpret_cast<unsigned char*>(model), &size, &type, "Model"), 1);
-    EXPECT_STREQ(model, "Larkmoor 460");
-}
-
 TEST_F(InstalledProduct, PrinterAnswersForItsPapersAndItsInk)
 {
     CPrinterData data;
@@ -251,6 +234,10 @@ TEST_F(InstalledProduct, PrinterAnswersForItsPapersAndItsInk)
     EXPECT_STREQ(retriever.GetSerialNumber(), "LM460-0142-7");
     EXPECT_EQ(retriever.GetInkPercent(4), 8u);
     EXPECT_EQ(CComxDataRetriever().GetPrinterCacheData("another printer"), 0);
+    CSafeRegistry registry; // its settings are every user's
+    registry.SetFriendlyName("Torvane Larkmoor 460");
+    EXPECT_EQ(registry.Open(nullptr, "PrinterDriverData", 0, KEY_READ), 1);
+    EXPECT_EQ(ReadText(registry.GetSubKey(), "Model"), "Larkmoor 460");
 }
 
 TEST_F(InstalledProduct, SupportNumbersAreThere)
@@ -290,16 +277,12 @@ TEST_F(InstalledProduct, HelpOpensInTheViewerAndInTheProcess)
     {
         CatsWinHelp(nullptr, Text("IDO_PSW_HELPFILE").c_str(), 15, 302, "LM460-0142-7", launchViewer);
         HWND help = nullptr;
-        for (int tries = 0; !(help = FindWindowA("HH Parent", "Torvane Larkmoor Help")) && tries < 500; ++tries)
-            Pump();
-        ASSERT_TRUE(help) << launchViewer;
+        ASSERT_TRUE(Await([&] { return (help = FindWindowA("HH Parent", "Torvane Larkmoor Help")) != nullptr; }));
         DWORD process = 0;
         GetWindowThreadProcessId(help, &process);
         EXPECT_EQ(process == GetCurrentProcessId(), !launchViewer);
         PostMessageA(help, WM_CLOSE, 0, 0);
-        for (int tries = 0; IsWindow(help) && tries < 500; ++tries)
-            Pump();
-        EXPECT_FALSE(IsWindow(help));
+        EXPECT_TRUE(Await([help] { return !IsWindow(help); }));
         EXPECT_THAT(Usage(), AllOf(HasSubstr("  LM460-0142-7  item 0x6015: help topic 302\r\n"),
                                    EndsWith("  LM460-0142-7  item 0x6015: 1, 1 times\r\n")));
     }

@@ -15,6 +15,5 @@ enum ConfigItem
     ItemInsatiable,   /* asks for room twice */
     ItemUnterminated, /* fills 256 bytes without a NUL and claims 100000 */
     ItemFailureText,  /* the text that callers take for a failure */
-    ItemAllOnes,      /* 0xFFFFFFFF */
-    ItemSilent        /* success on the second call without an answer */
+    ItemAllOnes       /* 0xFFFFFFFF */
 };

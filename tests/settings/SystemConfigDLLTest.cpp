@@ -2,11 +2,14 @@
 #include "ConfigurationLog.h"
 #include "settings/SystemConfigDLL.h"
 #include "settings/TvkProduct.h"
-#include "support/Probe.h"
+#include "support/FakeVersion.h"
 #include <gtest/gtest.h>
+#include <filesystem>
 
 namespace
 {
+namespace fs = std::filesystem;
+
 constexpr char Library[] = "testconf.dll";
 constexpr unsigned long NoNumber = 0xFFFFFFFF;
 
@@ -21,25 +24,20 @@ protected:
     const ConfigurationLog m_log;
 };
 
-/// A copy of the configuration library in a folder of the printer drivers, gone with its log after the test.
-class DriverLibrary
+/// The configuration library under another name in a printer driver's directory of the test's own, which is gone with
+/// the object.
+struct DriverLibrary
 {
-public:
-    explicit DriverLibrary(const std::string& path) : m_path(SystemFolder() + "spool\\drivers\\x64\\" + path)
+    DriverLibrary(const std::string& folder, const char* name)
     {
-        EXPECT_TRUE(CopyFileA((TestFolder() + Library).c_str(), m_path.c_str(), FALSE)) << m_path;
+        fs::create_directories(Root + folder);
+        fs::copy_file(TestFolder() + Library, Root + folder + "\\" + name);
     }
-    ~DriverLibrary()
-    {
-        DeleteFileA(m_path.c_str());
-        DeleteFileA((m_path.substr(0, m_path.size() - 4) + ".log").c_str());
-    }
-    DriverLibrary(const DriverLibrary&) = delete;
-    DriverLibrary& operator=(const DriverLibrary&) = delete;
+    ~DriverLibrary() { fs::remove_all(Root); }
 
-private:
-    std::string m_path;
+    const std::string Root = SystemFolder() + "configtest\\";
 };
+const char* const DriverPath = "\\configtest\\";
 } // namespace
 
 TEST_F(SystemConfigDLLTest, AsksTwiceForATextWithTheSameBufferAndForANumberFirstWithout)
@@ -53,11 +51,19 @@ TEST_F(SystemConfigDLLTest, AsksTwiceForATextWithTheSameBufferAndForANumberFirst
     EXPECT_EQ(77ul, library.GetItemData(ItemNumber, number));
     EXPECT_EQ(77ul, number);
     // The size word keeps what the library wrote last.
-    EXPECT_EQ("0 1 0 buffer 0: 3 11\n"
-              "0 1 0 buffer 11: 0 11\n"
-              "0 2 0 null 11: 3 4\n"
-              "0 2 0 buffer 4: 0 4\n",
-              m_log.Text());
+    EXPECT_EQ("0 1 0 buffer 0: 3 11\n0 1 0 buffer 11: 0 11\n0 2 0 null 11: 3 4\n0 2 0 buffer 4: 0 4\n", m_log.Text());
+}
+
+/// Asks for a text and a number, which both fail: the outputs stay as they were.
+static void ExpectFailure(SystemConfigDLL& library, unsigned long item, const char* failure)
+{
+    SCOPED_TRACE(item);
+    CString text("untouched");
+    EXPECT_STREQ(failure, library.GetItemData(item, text));
+    EXPECT_STREQ("untouched", text);
+    unsigned long number = 5;
+    EXPECT_EQ(NoNumber, library.GetItemData(item, number));
+    EXPECT_EQ(5ul, number);
 }
 
 TEST_F(SystemConfigDLLTest, ABrokenProtocolIsToldFromAMissingLibraryAndLeavesTheOutputAlone)
@@ -65,14 +71,16 @@ TEST_F(SystemConfigDLLTest, ABrokenProtocolIsToldFromAMissingLibraryAndLeavesThe
     SystemConfigDLL library;
     ASSERT_EQ(1, library.Initialize(Library));
     for (const unsigned long item : {ItemUndefined, ItemEager, ItemLate, ItemStrange, ItemInsatiable})
+        ExpectFailure(library, item, "\xFF");
+
+    const TestLibrary withoutEntryPoint("noentry.dll", {{"IDO_TEXT", "x"}});
+    for (const char* name : {"", "nowhere.dll", "noentry.dll"})
     {
-        SCOPED_TRACE(item);
-        CString text("untouched");
-        EXPECT_STREQ("\xFF", library.GetItemData(item, text));
-        EXPECT_STREQ("untouched", text);
-        unsigned long number = 5;
-        EXPECT_EQ(NoNumber, library.GetItemData(item, number));
-        EXPECT_EQ(5ul, number);
+        SystemConfigDLL none;
+        EXPECT_EQ(0, none.Initialize(name)) << name;
+        ExpectFailure(none, ItemText, "ERROR_SYSCONFIGDLL_FAILURE");
+        EXPECT_FALSE(GetModuleHandleA("noentry.dll")) << "freed at once";
+        EXPECT_EQ(1, none.Initialize(Library)) << "a second chance";
     }
 }
 
@@ -94,82 +102,40 @@ TEST_F(SystemConfigDLLTest, KeepsTheFirstLibrary)
     EXPECT_STREQ("X100", library.GetItemData(ItemModel, text));
 }
 
-TEST_F(SystemConfigDLLTest, AnswersFailureWithoutALibrary)
-{
-    const TestLibrary withoutEntryPoint("noentry.dll", {{"IDO_TEXT", "x"}});
-    for (const char* name : {"", "nowhere.dll", "noentry.dll"})
-    {
-        SCOPED_TRACE(name);
-        SystemConfigDLL library;
-        EXPECT_EQ(0, library.Initialize(name));
-        CString text("untouched");
-        EXPECT_STREQ("ERROR_SYSCONFIGDLL_FAILURE", library.GetItemData(ItemText, text));
-        EXPECT_STREQ("untouched", text);
-        unsigned long number = 5;
-        EXPECT_EQ(NoNumber, library.GetItemData(ItemNumber, number));
-        EXPECT_EQ(5ul, number);
-    }
-    EXPECT_FALSE(GetModuleHandleA("noentry.dll")) << "freed at once";
-    SystemConfigDLL secondChance("nowhere.dll");
-    EXPECT_EQ(1, secondChance.Initialize(Library));
-}
-
-/// Asks a library that lies only in a printer driver's directory: prints the answer.
-PROBE(DriverDirectory)
-{
-    SystemConfigDLL library;
-    const int loaded = library.Initialize(argv[0]);
-    CString text;
-    std::printf("%d %s\n", loaded, static_cast<LPCSTR>(library.GetItemData(ItemModel, text)));
-    return 0;
-}
-
 TEST_F(SystemConfigDLLTest, LooksInThePrinterDriversDirectoryOnTheNtFamily)
 {
-    const std::string old = SystemFolder() + "spool\\drivers\\x64\\2";
-    const bool madeOld = CreateDirectoryA(old.c_str(), nullptr);
-    {
-        const DriverLibrary before2000("2\\confold.dll"), since2000("3\\confnew.dll");
-        const struct
+    const TestProduct product({{"IDO_WINNTPATH", DriverPath}});
+    const DriverLibrary before2000("2", "confold.dll"), since2000("3", "confnew.dll");
+    const std::pair<CRegistry::OSVersion, const char*> cases[] = {{CRegistry::OS_WIN98, nullptr},
+                                                                  {CRegistry::OS_WINNT4, "confold.dll"},
+                                                                  {CRegistry::OS_WIN2000, "confnew.dll"},
+                                                                  {CRegistry::OS_WINXP, "confnew.dll"}};
+    for (const auto& [windows, found] : cases)
+        for (const char* name : {"confold.dll", "confnew.dll"})
         {
-            const char* windows;
-            const char* inOld;
-            const char* inNew;
-        } table[] = {
-            {"win98", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "0 ERROR_SYSCONFIGDLL_FAILURE\n"},
-            {"nt40", "1 X100\n", "0 ERROR_SYSCONFIGDLL_FAILURE\n"},
-            {"win2k", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "1 X100\n"},
-            {"win10", "0 ERROR_SYSCONFIGDLL_FAILURE\n", "1 X100\n"},
-        };
-        for (const auto& row : table)
-        {
-            SCOPED_TRACE(row.windows);
-            EXPECT_EQ(row.inOld, RunProbeUnder(row.windows, "DriverDirectory", {"confold.dll"}).output);
-            EXPECT_EQ(row.inNew, RunProbeUnder(row.windows, "DriverDirectory", {"confnew.dll"}).output);
+            const FakeVersion version(windows);
+            SystemConfigDLL library;
+            CString text;
+            EXPECT_EQ(library.Initialize(name), found && !strcmp(found, name)) << windows;
+            library.GetItemData(ItemModel, text);
+            EXPECT_STREQ(text, found && !strcmp(found, name) ? "X100" : "");
         }
-    }
-    if (madeOld)
-        RemoveDirectoryA(old.c_str());
 }
 
 // The product maps the very setting that tells where to look for the configuration library.
 TEST_F(SystemConfigDLLTest, ItsOwnPathIsAskedWithoutTheConfigurationLibrary)
 {
-    const DriverLibrary library("3\\confself.dll");
+    const DriverLibrary library("3", "confself.dll");
+    // Where it is nowhere to be found the answer is the product's own value, after one search.
+    const char* const cases[][3] = {{"confself.dll", DriverPath, "X100"},
+                                    {"nowhere.dll", "\\~MODEL~\\", "\\~MODEL~\\"}};
+    for (const auto& [name, own, answer] : cases)
     {
-        const TestProduct product({{"IDO_CONFIG_DLL", "confself.dll"},
-                                   {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
-                                   {"IDO_WINNTPATH_OVERRIDE", ItemModel}});
-        CString path;
-        EXPECT_STREQ("X100", TvkProduct().GetSetting("IDO_WINNTPATH", path));
-    }
-    {
-        // Nowhere to be found: the product's own value, after one search.
-        const TestProduct product({{"IDO_CONFIG_DLL", "nowhere.dll"},
-                                   {"IDO_WINNTPATH", "\\~MODEL~\\"},
+        const TestProduct product({{"IDO_CONFIG_DLL", name},
+                                   {"IDO_WINNTPATH", own},
                                    {"IDO_WINNTPATH_OVERRIDE", ItemModel},
                                    {"IDO_MODEL_OVERRIDE", ItemModel}});
         CString path;
-        EXPECT_STREQ("\\~MODEL~\\", TvkProduct().GetSetting("IDO_WINNTPATH", path));
+        EXPECT_STREQ(answer, TvkProduct().GetSetting("IDO_WINNTPATH", path));
     }
 }

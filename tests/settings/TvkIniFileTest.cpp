@@ -4,6 +4,7 @@
 #include "support/TraceWorld.h"
 #include <gmock/gmock.h>
 #include <fstream>
+#include <tuple>
 
 namespace
 {
@@ -25,13 +26,7 @@ TEST_F(TvkIniFileTest, ReadsValuesAndDefaults)
     const std::string tooLong(300, 'v');
     Write("[Main]\r\nKey=value\r\nQuoted=\"a b\"\r\nDefaulted=n/a\r\nEmpty=\r\nSecond=second\r\nLong=" + tooLong +
           "\r\n");
-    const struct
-    {
-        const char* section;
-        const char* key;
-        std::string value;
-        std::string orSecond; // when "Second" may take its place
-    } table[] = {
+    const std::tuple<const char*, const char*, std::string, std::string> table[] = {
         {"Main", "Key", "value", "value"},
         {"main", "KEY", "value", "value"},
         {"Main", "Quoted", "a b", "a b"},
@@ -43,49 +38,39 @@ TEST_F(TvkIniFileTest, ReadsValuesAndDefaults)
         {"Main", "Long", std::string(255, 'v'), std::string(255, 'v')},
     };
     TvkIniFile ini;
-    for (const auto& row : table)
+    for (const auto& [section, key, value, orSecond] : table)
     {
-        SCOPED_TRACE(std::string(row.section) + " " + row.key);
-        EXPECT_EQ(row.value, static_cast<LPCSTR>(ini.ReadINI(m_file.c_str(), row.key, row.section)));
-        EXPECT_EQ(row.orSecond, static_cast<LPCSTR>(ini.ReadINI(m_file.c_str(), row.key, row.section, "Second")));
+        SCOPED_TRACE(std::string(section) + " " + key);
+        EXPECT_EQ(value, static_cast<LPCSTR>(ini.ReadINI(m_file.c_str(), key, section)));
+        EXPECT_EQ(orSecond, static_cast<LPCSTR>(ini.ReadINI(m_file.c_str(), key, section, "Second")));
     }
     EXPECT_STREQ("n/a", ini.ReadINI(m_file.c_str(), "Missing", "Main", "Missing too"));
 }
 
-TEST_F(TvkIniFileTest, AMissingFileReadsAsTheEmptyText)
+TEST_F(TvkIniFileTest, WritesWithSectionBeforeKeyAndReadsAMissingFileAsTheEmptyText)
 {
     TvkIniFile ini;
-    Write("[Main]\r\nKey=value\r\n");
-    EXPECT_STREQ("value", ini.ReadINI(m_file.c_str(), "Key", "Main"));
+    EXPECT_NE(0, ini.WriteINI(m_file.c_str(), "Main", "Key", "written"));
+    EXPECT_STREQ("written", ini.ReadINI(m_file.c_str(), "Key", "Main"));
     DeleteFileA(m_file.c_str());
     EXPECT_STREQ("", ini.ReadINI(m_file.c_str(), "Key", "Main"));
     EXPECT_STREQ("", ini.ReadINI(m_file.c_str(), "Key", "Main", "Second"));
     EXPECT_STREQ("", ini.ReadINI("", "Key", "Main"));
 }
 
-TEST_F(TvkIniFileTest, WritesWithSectionBeforeKey)
-{
-    TvkIniFile ini;
-    EXPECT_NE(0, ini.WriteINI(m_file.c_str(), "Main", "Key", "written"));
-    EXPECT_STREQ("written", ini.ReadINI(m_file.c_str(), "Key", "Main"));
-}
-
 TEST_F(TvkIniFileTest, AFailedWriteIsTracedWithItsError)
 {
     Write("[Main]\r\n");
     const HANDLE held = CreateFileA(m_file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    const struct
-    {
-        std::string file;
-        const char* error;
-    } table[] = {{m_file, "(DWORD)32"}, {TestFolder() + "nowhere\\x.ini", "(DWORD)3"}};
-    for (const auto& row : table)
+    const std::pair<std::string, const char*> table[] = {{m_file, "(DWORD)32"},
+                                                         {TestFolder() + "nowhere\\x.ini", "(DWORD)3"}};
+    for (const auto& [file, error] : table)
     {
         TraceWorld trace;
         TvkIniFile ini;
         trace.Clear();
-        EXPECT_EQ(0, ini.WriteINI(row.file.c_str(), "Main", "Key", "value"));
-        EXPECT_THAT(trace.Records(), testing::ElementsAre("(char)GetLastError() Return Code (WriteINI)", row.error));
+        EXPECT_EQ(0, ini.WriteINI(file.c_str(), "Main", "Key", "value"));
+        EXPECT_THAT(trace.Records(), testing::ElementsAre("(char)GetLastError() Return Code (WriteINI)", error));
     }
     CloseHandle(held);
 }

@@ -1,12 +1,14 @@
 // Look-ups: where a value comes from, what the trace says of it, and what is left behind.
 #include "ConfigurationLog.h"
 #include "settings/TvkProduct.h"
+#include "support/OpenHandles.h"
 #include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <afxwin.h>
 #include <gtest/gtest.h>
 #include <fstream>
+#include <tuple>
 
 namespace
 {
@@ -51,37 +53,19 @@ bool IsLoaded(const std::string& library)
 TEST(TvkProductTest, EveryLookUpTellsWhereItsValueCameFrom)
 {
     const ConfigurationLog log;
-    const TestProduct resident({{"IDO_CONFIG_DLL", "testconf.dll"},
-                                {"IDO_TEXT", "plain"},
-                                {"IDO_EMPTY", ""},
-                                {"IDO_BARE", std::string("abc")},
-                                {"IDO_EMBEDDED", std::string("ab\0cd", 5)},
-                                {"IDO_MAX", 4294967294ul},
-                                {"IDO_SHORT", std::string("\x07\0\0", 3)},
-                                {"IDO_LONG", std::string("\x07\0\0\0\x01", 5)},
-                                {"IDO_NAME", "own"},
-                                {"IDO_NAME_OVERRIDE", ItemText},
-                                {"IDO_EAGER_OVERRIDE", ItemEager},
-                                {"IDO_FAIL", "own"},
-                                {"IDO_FAIL_OVERRIDE", ItemFailureText},
-                                {"IDO_LATE", "own"},
-                                {"IDO_LATE_OVERRIDE", ItemLate},
-                                {"IDO_ODD_OVERRIDE", std::string("\x01")},
-                                {"IDO_COUNT", 5ul},
-                                {"IDO_COUNT_OVERRIDE", ItemNumber},
-                                {"IDO_ONES", 6ul},
-                                {"IDO_ONES_OVERRIDE", ItemAllOnes},
-                                {"IDO_TOKENS", "<~MODEL~><~MODEL~><~MFG~>"},
-                                {"IDO_MIX_OVERRIDE", ItemTokens},
-                                {"IDO_MODEL", "never in a token"},
-                                {"IDO_MODEL_OVERRIDE", ItemModel},
-                                {"IDO_MFG_OVERRIDE", ItemMaker}});
-    const struct
-    {
-        const char* key;
-        const char* value;
-        const char* trail;
-    } texts[] = {
+    // clang-format off
+    const TestProduct resident(
+        {{"IDO_CONFIG_DLL", "testconf.dll"}, {"IDO_TEXT", "plain"}, {"IDO_EMPTY", ""}, {"IDO_BARE", std::string("abc")},
+         {"IDO_EMBEDDED", std::string("ab\0cd", 5)}, {"IDO_NAME", "own"}, {"IDO_NAME_OVERRIDE", ItemText},
+         {"IDO_EAGER_OVERRIDE", ItemEager}, {"IDO_FAIL", "own"}, {"IDO_FAIL_OVERRIDE", ItemFailureText},
+         {"IDO_LATE", "own"}, {"IDO_LATE_OVERRIDE", ItemLate}, {"IDO_ODD_OVERRIDE", std::string("\x01")},
+         {"IDO_TOKENS", "<~MODEL~><~MODEL~><~MFG~>"}, {"IDO_MIX_OVERRIDE", ItemTokens},
+         {"IDO_MODEL", "never in a token"}, {"IDO_MODEL_OVERRIDE", ItemModel}, {"IDO_MFG_OVERRIDE", ItemMaker},
+         {"IDO_MAX", 4294967294ul}, {"IDO_SHORT", std::string("\x07\0\0", 3)},
+         {"IDO_LONG", std::string("\x07\0\0\0\x01", 5)}, {"IDO_COUNT", 5ul}, {"IDO_COUNT_OVERRIDE", ItemNumber},
+         {"IDO_ONES", 6ul}, {"IDO_ONES_OVERRIDE", ItemAllOnes}});
+    // clang-format on
+    const std::tuple<const char*, const char*, const char*> texts[] = {
         {"IDO_TEXT", "plain", "@---->IDO_TEXT---->plain"},
         {"ido_text", "plain", "@---->ido_text---->plain"},
         {"IDO_EMPTY", "", "@---->IDO_EMPTY---->"},
@@ -102,37 +86,31 @@ TEST(TvkProductTest, EveryLookUpTellsWhereItsValueCameFrom)
         {"IDO_MIX", "X100, not ~MODEL~, by Torvane",
          "Override---->IDO_MIX_OVERRIDE---->3\nOverride---->IDO_MODEL_OVERRIDE---->4\n"
          "Override---->IDO_MFG_OVERRIDE---->5\nCFG DLL---->IDO_MIX---->X100, not ~MODEL~, by Torvane"}};
+    const std::tuple<const char*, unsigned long, const char*> numbers[] = {
+        {"IDO_MAX", 4294967294ul, "@---->IDO_MAX---->4294967294"},
+        {"IDO_SHORT", 0, "@---->IDO_SHORT---->0"},
+        {"IDO_LONG", 7, "@---->IDO_LONG---->7"},
+        {"IDO_MISSING", 0, "@---->IDO_MISSING---->"},
+        {"IDO_COUNT", 77, "Override---->IDO_COUNT_OVERRIDE---->2\nCFG DLL---->IDO_COUNT---->77"},
+        {"IDO_ONES", 6,
+         "Override---->IDO_ONES_OVERRIDE---->13\n"
+         "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE\n@---->IDO_ONES---->6"}};
     TraceWorld trace;
     TvkProduct product;
-    for (const auto& row : texts)
+    const auto check = [&](const auto& rows, auto read)
     {
-        EXPECT_EQ(row.value, Text(product, row.key)) << row.key;
-        EXPECT_EQ(row.trail, Trail(trace));
-        EXPECT_EQ(1, product.CompareSetting(row.key, row.value)) << row.key;
-        EXPECT_EQ(0, product.CompareSetting(row.key, "PLAIN")) << row.key;
-        trace.Clear();
-    }
-    const struct
-    {
-        const char* key;
-        unsigned long value;
-        const char* trail;
-    } numbers[] = {{"IDO_MAX", 4294967294ul, "@---->IDO_MAX---->4294967294"},
-                   {"IDO_SHORT", 0, "@---->IDO_SHORT---->0"},
-                   {"IDO_LONG", 7, "@---->IDO_LONG---->7"},
-                   {"IDO_MISSING", 0, "@---->IDO_MISSING---->"},
-                   {"IDO_COUNT", 77, "Override---->IDO_COUNT_OVERRIDE---->2\nCFG DLL---->IDO_COUNT---->77"},
-                   {"IDO_ONES", 6,
-                    "Override---->IDO_ONES_OVERRIDE---->13\n"
-                    "GetItemData returned ERROR_SYSCONFIGDLL_FAILURE\n@---->IDO_ONES---->6"}};
-    for (const auto& row : numbers)
-    {
-        EXPECT_EQ(row.value, Number(product, row.key)) << row.key;
-        EXPECT_EQ(row.trail, Trail(trace));
-        EXPECT_EQ(1, product.CompareSetting(row.key, row.value)) << row.key;
-        EXPECT_EQ(0, product.CompareSetting(row.key, row.value + 1)) << row.key;
-        trace.Clear();
-    }
+        for (const auto& [key, value, trail] : rows)
+        {
+            EXPECT_EQ(value, read(product, key)) << key;
+            EXPECT_EQ(trail, Trail(trace));
+            EXPECT_EQ(1, product.CompareSetting(key, value)) << key;
+            trace.Clear();
+        }
+    };
+    check(texts, Text);
+    check(numbers, Number);
+    EXPECT_EQ(0, product.CompareSetting("IDO_TEXT", "PLAIN"));
+    EXPECT_EQ(0, product.CompareSetting("IDO_COUNT", 78ul));
 }
 
 TEST(TvkProductTest, AnOverrideNeedsTheNameOfAConfigurationLibraryThatLoads)
@@ -203,19 +181,15 @@ TEST(TvkProductTest, ALibraryThatCannotBeLoadedIsTracedAndTheHostIsAsked)
     std::ofstream(TestFolder() + "junk.dll") << "no library";
     const auto failed = [](const std::string& library, const char* error)
     { return "ERROR! LoadLibrary failed\n" + TestFolder() + library + "\nGetLastError:\n(DWORD)" + error + "\n"; };
-    const struct
-    {
-        std::string library;
-        const char* error;
-    } table[] = {{"nowhere.dll", "126"}, {"junk.dll", "193"}};
-    for (const auto& row : table)
+    const std::pair<std::string, const char*> table[] = {{"nowhere.dll", "126"}, {"junk.dll", "193"}};
+    for (const auto& [library, error] : table)
     {
         TraceWorld trace;
-        TvkProduct product(row.library.c_str(), "neither.dll");
+        TvkProduct product(library.c_str(), "neither.dll");
         EXPECT_EQ("the host's own", Text(product, "IDO_OF_THE_HOST"));
         // The override is looked for in both libraries; the program has the key when the first one fails again.
-        EXPECT_EQ(failed(row.library, row.error) + failed("neither.dll", "126") + failed(row.library, row.error) +
-                      row.library + "---->IDO_OF_THE_HOST---->the host's own",
+        EXPECT_EQ(failed(library, error) + failed("neither.dll", "126") + failed(library, error) + library +
+                      "---->IDO_OF_THE_HOST---->the host's own",
                   Trail(trace));
     }
     DeleteFileA((TestFolder() + "junk.dll").c_str());
@@ -275,15 +249,12 @@ TEST(TvkProductTest, PutsTheResourceHandleBack)
 
 TEST(TvkProductTest, RightToLeftLanguagesInAnySpelling)
 {
-    const struct
+    const std::pair<const char*, int> table[] = {{"hebrew", 1},  {"Arabic", 1},  {"HEBREW", 1},
+                                                 {"english", 0}, {"arabic ", 0}, {"", 0}};
+    for (const auto& [language, rightToLeft] : table)
     {
-        const char* language;
-        int rightToLeft;
-    } table[] = {{"hebrew", 1}, {"Arabic", 1}, {"HEBREW", 1}, {"english", 0}, {"arabic ", 0}, {"", 0}};
-    for (const auto& row : table)
-    {
-        const TestProduct resident({}, row.language);
-        EXPECT_EQ(row.rightToLeft, TvkProduct("elsewhere.dll").IsDriverLanguageRTL()) << row.language;
+        const TestProduct resident({}, language);
+        EXPECT_EQ(rightToLeft, TvkProduct("elsewhere.dll").IsDriverLanguageRTL()) << language;
     }
 }
 
@@ -314,64 +285,53 @@ TEST(TvkProductTest, DebugMessagesAreOnBeforeTheRelease)
 /// Prints which settings the two keys of the Windows family read.
 PROBE(RewrittenKeys)
 {
-    const TestProduct resident({{"IDO_RZB_TECHNICALCONTACT_HELPFILE", "unchanged"},
-                                {"IDO_RZB_TECHNICALCONTACT_HELPFILE9X", "9x"},
-                                {"IDO_RZB_TECHNICALCONTACT_HELPFILENT", "nt"},
-                                {"IDO_RZB_EXECUTABLENAME_PATH", "unchanged"},
-                                {"IDO_RZB_EXECUTABLENAME_9X_PATH", "9x"},
-                                {"IDO_RZB_EXECUTABLENAME_NT_PATH", "nt4"},
-                                {"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", "2000"}});
+    const std::string helpFile = "IDO_RZB_TECHNICALCONTACT_HELPFILE", program = "IDO_RZB_EXECUTABLENAME_";
+    const TestProduct resident(SettingList{{helpFile.c_str(), "unchanged"},
+                                           {(helpFile + "9X").c_str(), "9x"},
+                                           {(helpFile + "NT").c_str(), "nt"},
+                                           {(program + "PATH").c_str(), "unchanged"},
+                                           {(program + "9X_PATH").c_str(), "9x"},
+                                           {(program + "NT_PATH").c_str(), "nt4"},
+                                           {(program + "WIN2000_PATH").c_str(), "2000"}});
     TvkProduct product;
-    std::printf("%s %s", Text(product, "IDO_RZB_TECHNICALCONTACT_HELPFILE").c_str(),
-                Text(product, "IDO_RZB_EXECUTABLENAME_PATH").c_str());
+    std::printf("%s %s", Text(product, helpFile.c_str()).c_str(), Text(product, (program + "PATH").c_str()).c_str());
     return 0;
 }
 
 TEST(TvkProductTest, KeysOfTheWindowsFamily)
 {
-    const struct
-    {
-        const char* windows;
-        const char* read;
-    } table[] = {{"win31", "9x 9x"},  {"win95", "9x 9x"},   {"win98", "9x 9x"},   {"winme", "9x 9x"},
-                 {"nt40", "nt nt4"},  {"win2k", "nt 2000"}, {"winxp", "nt 2000"}, {"vista", "nt 2000"},
-                 {"win7", "nt 2000"}, {"win10", "nt 2000"}};
-    for (const auto& row : table)
-        EXPECT_EQ(row.read, RunProbeUnder(row.windows, "RewrittenKeys").output) << row.windows;
+    const char* const read[][2] = {{"win31", "9x 9x"},   {"win95", "9x 9x"},   {"winme", "9x 9x"},  {"nt40", "nt nt4"},
+                                   {"win2k", "nt 2000"}, {"winxp", "nt 2000"}, {"win10", "nt 2000"}};
+    for (const auto& [windows, settings] : read)
+        EXPECT_EQ(settings, RunProbeUnder(windows, "RewrittenKeys").output) << windows;
 }
 
 TEST(TvkProductTest, PreloadedCartridgesReplaceTheDefaultOnes)
 {
-    const TestProduct resident({{"IDO_PLC_FILENAME", "testplc.ini"},
-                                {"IDO_PLC_SECTION_NAME", "Installed"},
-                                {"IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1", "Cart1"},
-                                {"IDO_PRELOAD_KEY_DEFINEINSTALLEDCART2", "Cart2"},
-                                {"IDO_DEFAULTSTRING", "Default"},
-                                {"IDO_DEFAULT_COLORCART", 81ul},
-                                {"IDO_DEFAULT_BLACKCART", 49ul},
-                                {"*", 80ul},
-                                {"P", 82ul}});
-    const struct
-    {
-        const char* preloaded;
-        unsigned long cartridge;
-    } table[] = {{"2A", 80},  {"12a", 80},     {"0x2A", 80},   {" 2Ax", 80}, {"50", 82}, {"70", 82}, {"2B", 0},
-                 {"100", 81}, {"Default", 81}, {"default", 0}, {"0", 81},    {"00", 81}, {"", 81},   {"zz", 81}};
+    // clang-format off
+    const TestProduct resident(
+        {{"IDO_PLC_FILENAME", "testplc.ini"}, {"IDO_PLC_SECTION_NAME", "Installed"},
+         {"IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1", "Cart1"}, {"IDO_PRELOAD_KEY_DEFINEINSTALLEDCART2", "Cart2"},
+         {"IDO_DEFAULTSTRING", "Default"}, {"IDO_DEFAULT_COLORCART", 81ul}, {"IDO_DEFAULT_BLACKCART", 49ul},
+         {"*", 80ul}, {"P", 82ul}});
+    // clang-format on
+    const std::pair<const char*, unsigned long> table[] = {
+        {"2A", 80},  {"12a", 80},     {"0x2A", 80},   {" 2Ax", 80}, {"50", 82}, {"70", 82}, {"2B", 0},
+        {"100", 81}, {"Default", 81}, {"default", 0}, {"0", 81},    {"00", 81}, {"", 81},   {"zz", 81}};
     const std::string file = SystemFolder() + "testplc.ini";
     TraceWorld trace;
     TvkProduct product;
     EXPECT_EQ(81ul, Number(product, "IDO_DEFAULT_COLORCART")) << "without the file";
-    for (const auto& row : table)
+    for (const auto& [preloaded, cartridge] : table)
     {
-        SCOPED_TRACE(row.preloaded);
-        WritePrivateProfileStringA("Installed", "Cart1", row.preloaded, file.c_str());
+        SCOPED_TRACE(preloaded);
+        WritePrivateProfileStringA("Installed", "Cart1", preloaded, file.c_str());
         trace.Clear();
-        EXPECT_EQ(row.cartridge, Number(product, "IDO_DEFAULT_COLORCART"));
-        const std::string value = row.cartridge ? std::to_string(row.cartridge) : "";
+        EXPECT_EQ(cartridge, Number(product, "IDO_DEFAULT_COLORCART"));
         EXPECT_EQ("@---->IDO_PLC_FILENAME---->testplc.ini\n@---->IDO_PLC_SECTION_NAME---->Installed\n"
                   "@---->IDO_PRELOAD_KEY_DEFINEINSTALLEDCART1---->Cart1\n@---->IDO_DEFAULTSTRING---->Default\n"
                   "@---->IDO_DEFAULT_COLORCART---->" +
-                      value,
+                      (cartridge ? std::to_string(cartridge) : ""),
                   Trail(trace));
     }
     EXPECT_EQ(49ul, Number(product, "IDO_DEFAULT_BLACKCART")) << "no key";
@@ -395,7 +355,6 @@ TEST(TvkProductTest, TheKeyMayLieInTheOutput)
     EXPECT_STREQ("ERROR", TvkProduct().GetSetting(nullptr, none));
 }
 
-// A thousand rounds of every kind of look-up leave as many handles and modules as ten.
 TEST(TvkProductTest, LeavesNothingBehind)
 {
     const ConfigurationLog log;
@@ -404,28 +363,17 @@ TEST(TvkProductTest, LeavesNothingBehind)
                                 {"IDO_MODEL_OVERRIDE", ItemModel},
                                 {"IDO_DEFAULT_COLORCART", 1ul}});
     const TestLibrary brand("brand.dll", {{"IDO_BRAND", "x"}, {"IDO_BRAND_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", ""}});
-    const auto round = []
-    {
-        TvkProduct product;
-        Text(product, "IDO_TOKENS");
-        Number(product, "IDO_DEFAULT_COLORCART");
-        Number(product, "IDO_MISSING");
-        TvkProduct branded("brand.dll", "brand.dll");
-        Text(branded, "IDO_BRAND");
-    };
-    const auto nextHandle = []
-    {
-        const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-        CloseHandle(event);
-        return event;
-    };
     TraceWorld trace(4);
-    for (int i = 0; i < 10; ++i)
-        round();
-    const HANDLE before = nextHandle();
-    for (int i = 0; i < 1000; ++i)
-        round();
-    EXPECT_EQ(before, nextHandle());
+    ExpectNothingLeftBy(
+        [](int)
+        {
+            TvkProduct product;
+            Text(product, "IDO_TOKENS");
+            Number(product, "IDO_DEFAULT_COLORCART");
+            Number(product, "IDO_MISSING");
+            TvkProduct branded("brand.dll", "brand.dll");
+            Text(branded, "IDO_BRAND");
+        });
     EXPECT_FALSE(IsLoaded("brand.dll"));
     EXPECT_FALSE(IsLoaded("testconf.dll"));
 }

@@ -27,61 +27,44 @@ static void WriteDown(const char* line)
     CloseHandle(log);
 }
 
-static unsigned long Text(const char* text, void* buffer, unsigned long* size, int second)
-{
-    *size = (unsigned long)strlen(text) + 1;
-    if (!second)
-        return ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
-    memcpy(buffer, text, *size);
-    return ERROR_CONFIG_SUCCESS;
-}
+#define MORE ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE
+#define SIXTEEN "xxxxxxxxxxxxxxxx"
+#define LONGEST SIXTEEN SIXTEEN SIXTEEN SIXTEEN SIXTEEN SIXTEEN SIXTEEN SIXTEEN
+#define TEXT_ANSWER(text) .first = MORE, .bytes = text, .size = sizeof text /* and success, 0 */
 
-static unsigned long Number(unsigned long number, void* buffer, unsigned long* size, int second)
+/* What both calls are answered, and the answer with the size that is told of it. */
+static const struct
 {
-    *size = sizeof number;
-    if (!second)
-        return ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
-    memcpy(buffer, &number, sizeof number);
-    return ERROR_CONFIG_SUCCESS;
-}
+    unsigned long first, second;
+    const char* bytes;
+    unsigned long size;
+} Answers[] = {
+    [ItemText] = {TEXT_ANSWER("Larkmoor 5")},
+    [ItemNumber] = {MORE, ERROR_CONFIG_SUCCESS, "M\0\0", 4},
+    [ItemTokens] = {TEXT_ANSWER("~MODEL~, not ~MODEL~, by ~MFG~")},
+    [ItemModel] = {TEXT_ANSWER("X100")},
+    [ItemMaker] = {TEXT_ANSWER("Torvane")},
+    [ItemEager] = {.first = ERROR_CONFIG_SUCCESS},
+    [ItemUndefined] = {.first = ERROR_CONFIG_UNDEFINED_ITEM},
+    [ItemLate] = {.first = MORE, .second = ERROR_CONFIG_OUT_OF_RANGE},
+    [ItemStrange] = {.first = 99},
+    [ItemInsatiable] = {.first = MORE, .second = MORE},
+    [ItemUnterminated] = {MORE, ERROR_CONFIG_SUCCESS, LONGEST LONGEST, 100000},
+    [ItemFailureText] = {TEXT_ANSWER("ERROR_SYSCONFIGDLL_FAILURE")},
+    [ItemAllOnes] = {MORE, ERROR_CONFIG_SUCCESS, "\xFF\xFF\xFF\xFF", 4},
+};
 
 static unsigned long Answer(unsigned long item, void* buffer, unsigned long* size, int second)
 {
-    switch (item)
-    {
-    case ItemText:
-        return Text("Larkmoor 5", buffer, size, second);
-    case ItemNumber:
-        return Number(77, buffer, size, second);
-    case ItemTokens:
-        return Text("~MODEL~, not ~MODEL~, by ~MFG~", buffer, size, second);
-    case ItemModel:
-        return Text("X100", buffer, size, second);
-    case ItemMaker:
-        return Text("Torvane", buffer, size, second);
-    case ItemEager:
-        return ERROR_CONFIG_SUCCESS;
-    case ItemLate:
-        return second ? ERROR_CONFIG_OUT_OF_RANGE : ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
-    case ItemStrange:
-        return 99;
-    case ItemInsatiable:
-        return ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
-    case ItemUnterminated:
-        *size = 100000;
-        if (!second)
-            return ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
-        memset(buffer, 'x', 256);
-        return ERROR_CONFIG_SUCCESS;
-    case ItemFailureText:
-        return Text("ERROR_SYSCONFIGDLL_FAILURE", buffer, size, second);
-    case ItemAllOnes:
-        return Number(0xFFFFFFFF, buffer, size, second);
-    case ItemSilent:
-        return second ? ERROR_CONFIG_SUCCESS : ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE;
-    default:
+    if (item == 0 || item > ItemAllOnes)
         return ERROR_CONFIG_UNDEFINED_ITEM;
+    if (Answers[item].bytes)
+    {
+        *size = Answers[item].size;
+        if (second)
+            memcpy(buffer, Answers[item].bytes, *size < 256 ? *size : 256);
     }
+    return second ? Answers[item].second : Answers[item].first;
 }
 
 __declspec(dllexport) unsigned long WINAPI GetConfigData(unsigned long reserved1, unsigned long item,

@@ -2,10 +2,11 @@
 // description of the sample printer; and what is left of each failing spooler call.
 #include "system/CPrinterData.h"
 #include "install/InstalledPrinter.h"
-#include "support/IatPatch.h"
-#include "support/TestProduct.h"
+#include "support/Watch.h"
 #include <gtest/gtest.h>
+#include <array>
 #include <map>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -61,75 +62,35 @@ protected:
     CPrinterData m_data;
 };
 
-// The calls that the class makes, counted; one of them may fail. What it opens, allocates and makes is weighed against
-// what it gives back.
-std::map<std::string, int> g_made;
-std::string g_failing;
-int g_failAt, g_failure, g_outstanding;
-
-template <class F, class Tag = void> // functions of one type need a tag each
-class Counted;
-
-template <class R, class... A, class Tag>
-class Counted<R(WINAPI*)(A...), Tag>
-{
-public:
-    /// `balance`: what a successful call adds to what is outstanding.
-    Counted(const char* function, int balance = 0) : m_patch(LibraryUnderTest(), function, &Answer)
-    {
-        s_function = function;
-        s_balance = balance;
-        s_original = m_patch.template Original<R(WINAPI*)(A...)>();
-    }
-
-private:
-    static R WINAPI Answer(A... arguments)
-    {
-        if (++g_made[s_function] == g_failAt && s_function == g_failing)
-        {
-            SetLastError(ERROR_ACCESS_DENIED);
-            return (R) static_cast<INT_PTR>(g_failure);
-        }
-        const R result = s_original(arguments...);
-        if (result || s_balance < 0) // freed memory answers null
-            g_outstanding += s_balance;
-        return result;
-    }
-    static inline const char* s_function;
-    static inline int s_balance;
-    static inline R(WINAPI* s_original)(A...);
-    IatPatch m_patch;
-};
-
+/// The spooler, drawing and memory calls of the class, one of which may fail: what they make is weighed against what is
+/// given back.
 struct Ledger
 {
-    Ledger(const char* failing, int failAt, int failure = -1)
+    Ledger(const char* call, int at, int failed = -1) : failing(call), failAt(at), failure(failed) {}
+    int At(const std::string& call) const { return call == failing ? failAt : 0; }
+    int Outstanding() const
     {
-        g_made = {};
-        g_failing = failing;
-        g_failAt = failAt;
-        g_failure = failure;
-        g_outstanding = 0;
+        return open.Done() - close.Calls() + context.Done() - deleteContext.Calls() + allocate.Done() - free.Calls();
     }
-    Counted<decltype(&OpenPrinterA)> open{"OpenPrinterA", 1};
-    Counted<decltype(&ClosePrinter)> close{"ClosePrinter", -1};
-    Counted<decltype(&GetPrinterA)> info{"GetPrinterA"};
-    Counted<decltype(&DocumentPropertiesA)> properties{"DocumentPropertiesA"};
-    Counted<decltype(&DeviceCapabilitiesA)> capabilities{"DeviceCapabilitiesA"};
-    Counted<decltype(&CreateDCA)> context{"CreateDCA", 1};
-    Counted<decltype(&DeleteDC)> deleteContext{"DeleteDC", -1};
-    Counted<decltype(&GlobalAlloc)> allocate{"GlobalAlloc", 1};
-    Counted<decltype(&GlobalFree)> free{"GlobalFree", -1};
-    Counted<decltype(&GlobalLock), struct Lock> lock{"GlobalLock"};
+
+    const std::string failing;
+    const int failAt, failure;
+    const HMODULE library = LibraryUnderTest();
+    Watch<decltype(&OpenPrinterA)> open{"OpenPrinterA", At("OpenPrinterA")};
+    Watch<decltype(&ClosePrinter)> close{"ClosePrinter"};
+    Watch<decltype(&GetPrinterA)> info{"GetPrinterA", At("GetPrinterA")};
+    Watch<decltype(&DocumentPropertiesA)> properties{"DocumentPropertiesA", At("DocumentPropertiesA"), library,
+                                                     failure};
+    Watch<decltype(&DeviceCapabilitiesA)> papers{"DeviceCapabilitiesA", At("DeviceCapabilitiesA"), library, failure};
+    Watch<decltype(&CreateDCA)> context{"CreateDCA", At("CreateDCA")};
+    Watch<decltype(&DeleteDC)> deleteContext{"DeleteDC"};
+    Watch<decltype(&GlobalAlloc)> allocate{"GlobalAlloc", At("GlobalAlloc")};
+    Watch<decltype(&GlobalFree)> free{"GlobalFree"};
+    Watch<decltype(&GlobalLock), struct Lock> lock{"GlobalLock", At("GlobalLock")};
 };
 
-// A driver that says of each paper, in its order, what stands here.
-struct ScriptedPaper
-{
-    WORD id;
-    int values[6];
-};
-const std::vector<ScriptedPaper> ScriptedPapers = {
+// A driver that says of each paper, in its order, what stands here: page, offsets, extent.
+const std::vector<std::pair<WORD, std::array<int, 6>>> ScriptedPapers = {
     {9, {1000, 2000, 10, 20, 980, 1960}},
     {300, {1000, 2000, 0, 0, 990, 1990}}, // an extent is the driver's word, not
                                           // the page's
@@ -145,21 +106,21 @@ std::size_t g_paper;
 int WINAPI ScriptedCapabilities(LPCSTR, LPCSTR, WORD, LPSTR out, const DEVMODEA*)
 {
     for (std::size_t i = 0; out && i < ScriptedPapers.size(); ++i)
-        reinterpret_cast<WORD*>(out)[i] = ScriptedPapers[i].id;
+        reinterpret_cast<WORD*>(out)[i] = ScriptedPapers[i].first;
     return static_cast<int>(ScriptedPapers.size());
 }
 LONG WINAPI ScriptedProperties(HWND window, HANDLE printer, LPSTR name, DEVMODEA* out, DEVMODEA* in, DWORD mode)
 {
     if (!in)
         return DocumentPropertiesA(window, printer, name, out, in, mode);
-    EXPECT_EQ(static_cast<WORD>(in->dmPaperSize), ScriptedPapers[g_paper].id);
+    EXPECT_EQ(static_cast<WORD>(in->dmPaperSize), ScriptedPapers[g_paper].first);
     EXPECT_TRUE(in->dmFields & DM_PAPERSIZE);
     EXPECT_EQ(mode, static_cast<DWORD>(DM_IN_BUFFER | DM_OUT_BUFFER));
     return IDOK;
 }
 int WINAPI ScriptedCaps(HDC, int index)
 {
-    const auto& values = ScriptedPapers[g_paper].values;
+    const auto& values = ScriptedPapers[g_paper].second;
     const std::map<int, int> caps = {{PHYSICALWIDTH, values[0]},
                                      {PHYSICALHEIGHT, values[1]},
                                      {PHYSICALOFFSETX, values[2]},
@@ -178,11 +139,7 @@ BOOL WINAPI NextPaper(HDC context)
 
 TEST_F(PrinterData, TellsThePrintableAreaAndTheBorderlessTwinOfEachPaper)
 {
-    const struct
-    {
-        short paper;
-        const char *area, *twin;
-    } papers[] = {
+    const std::tuple<short, const char*, const char*> papers[] = {
         {DMPAPER_A4, A4Area, A4Twin},
         {257, "1: 0,0 2479,3508 at 300,300", A4Twin},                         // A4 borderless
         {256, "1: 37,37 1104,1583 at 300,300", "1: 0,0 1179,1770 paper 258"}, // photo
@@ -278,12 +235,8 @@ TEST_F(PrinterData, KnowsNoPrinterOfAnotherName)
 
 TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
 {
-    const struct
-    {
-        const char* call;
-        int failure;
-        std::vector<int> ordinals;
-    } failures[] = {
+    using Ordinals = std::vector<int>;
+    const std::tuple<const char*, int, Ordinals> failures[] = {
         {"OpenPrinterA", 0, {1}},
         {"GetPrinterA", 0, {1, 2}},
         {"DocumentPropertiesA", -1, {1, 2, 3, 5}},
@@ -301,13 +254,12 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
             const Ledger ledger(call, ordinal, failure);
             CPrinterData data;
             EXPECT_EQ(PrintableArea(data, DMPAPER_A4), NoArea);
-            EXPECT_EQ(g_outstanding, 0);
-            EXPECT_GE(g_made[call], ordinal) << "the failure did not happen";
+            EXPECT_EQ(ledger.Outstanding(), 0);
             EXPECT_EQ(Borderless(data, DMPAPER_A4), A4Twin) << "a later question reads again";
-            EXPECT_EQ(g_outstanding, 0);
-            const int contexts = g_made["CreateDCA"];
+            EXPECT_EQ(ledger.Outstanding(), 0);
+            const int contexts = ledger.context.Calls();
             EXPECT_EQ(PrintableArea(data, DMPAPER_A4), A4Area);
-            EXPECT_EQ(g_made["CreateDCA"], contexts) << "and is the last to read";
+            EXPECT_EQ(ledger.context.Calls(), contexts) << "and is the last to read";
         }
 }
 
@@ -319,7 +271,7 @@ TEST_F(PrinterData, HandsOutAFailedDeviceModeOnlyWhileSomebodyHoldsIt)
         const Ledger ledger("DocumentPropertiesA", failing);
         EXPECT_EQ(m_data.GetPrinterDevMode(PrinterName, &memory, nullptr), 0);
         EXPECT_FALSE(memory);
-        EXPECT_EQ(g_outstanding, 0);
+        EXPECT_EQ(ledger.Outstanding(), 0);
     }
     const IatPatch holding(
         LibraryUnderTest(), "DocumentPropertiesA",

@@ -1,34 +1,18 @@
 // Keys with return codes: results, stored errors, trace lines, and who owns the trace object.
 #include "RegistrySupport.h"
-#include <gmock/gmock.h>
 #include <functional>
 #include <optional>
-#include "IatPatch.h"
-#include "RegistryWorld.h"
-#include "TestProduct.h"
-#include "TraceWorld.h"
+#include "support/IatPatch.h"
+#include "support/TestProduct.h"
+#include "support/TraceWorld.h"
 #include "system/CSafeRegistry.h"
 #include "system/internal/Handle.h"
 
 namespace
 {
-const char* const Home = "Software\\SafeRegistryTest";
-
-class CSafeRegistryTest : public testing::Test
+class CSafeRegistryTest : public RegistryKeyTest
 {
 protected:
-    void SetUp() override
-    {
-        m_world.SetText(HKEY_CURRENT_USER, Home, "text", "value");
-        m_world.Key(HKEY_CURRENT_USER, std::string(Home) + "\\child\\grandchild");
-    }
-
-    static int Open(CSafeRegistry& key) { return key.Open(HKEY_CURRENT_USER, Home, 0, KEY_ALL_ACCESS); }
-
-    // Whether somebody holds the log file open.
-    static bool LogIsHeld() { return !DeleteFileA(TraceWorld::LogPath().c_str()); }
-
-    RegistryWorld m_world;
     TraceWorld m_trace{1};
 };
 
@@ -43,59 +27,52 @@ TEST_F(CSafeRegistryTest, FailuresAreResultsAndTraceLines)
     DWORD size = sizeof data, disposition = 0;
     const struct
     {
-        std::function<long(CSafeRegistry&)> operation;
+        std::function<long(CSafeRegistry&)> operation; // done on the opened key
         long result, error;
-        const char* line;
+        const char* line = nullptr;
     } rows[] = {
-        {[&](CSafeRegistry& k)
-         { return k.Create(disposition, reinterpret_cast<HKEY>(0x7ff0), "path", 0, KEY_READ, nullptr); },
-         0, 6, "Create failed to create \"path\" \"path\""},
-        {[](CSafeRegistry& k) { return k.Remove("no"); }, 0, 2, "Remove failed to remove \"%\" \"no\""},
-        {[](CSafeRegistry& k) { return k.Remove("child"); }, 0, 5, "Remove failed to remove \"%\" \"child\""},
-        {[](CSafeRegistry& k) { return k.DeleteValue("no"); }, 0, 2, "DeleteValue failed to delete \"%\" \"no\""},
-        {[&](CSafeRegistry& k) { return k.Close(), k.Write("x", data, 2, REG_BINARY); }, 0, 6,
-         "Write failed to write \"%\" \"x\""},
-        {[&](CSafeRegistry& k) { return k.Read(data, &(size = 2), nullptr, "no"); }, 0, 2,
-         "Read failed to read \"%\" \"no\""},
-        {[&](CSafeRegistry& k) { return k.Read(data, &(size = 2), nullptr, "text"); }, 0, 234,
-         "Read failed to read \"%\" \"text\""},
-        {[&](CSafeRegistry& k) { return k.EnumValue(0, name, &(size = 4), nullptr, nullptr, nullptr); }, 234, 234,
+        {[&](auto& k) { return k.Create(disposition, reinterpret_cast<HKEY>(0x7ff0), "path", 0, KEY_READ, nullptr); },
+         0, 6, R"(Create failed to create "path" "path")"},
+        {[](auto& k) { return k.Remove("no"); }, 0, 2, R"(Remove failed to remove "%" "no")"},
+        {[](auto& k) { return k.Remove("child"); }, 0, 5, R"(Remove failed to remove "%" "child")"},
+        {[](auto& k) { return k.DeleteValue("no"); }, 0, 2, R"(DeleteValue failed to delete "%" "no")"},
+        {[&](auto& k) { return k.Close(), k.Write("x", data, 2, REG_BINARY); }, 0, 6,
+         R"(Write failed to write "%" "x")"},
+        {[&](auto& k) { return k.Read(data, &(size = 2), nullptr, "no"); }, 0, 2, R"(Read failed to read "%" "no")"},
+        {[&](auto& k) { return k.Read(data, &(size = 2), nullptr, "text"); }, 0, 234,
+         R"(Read failed to read "%" "text")"},
+        {[&](auto& k) { return k.EnumValue(0, name, &(size = 4), nullptr, nullptr, nullptr); }, 234, 234,
          "EnumValue failed on index: 0"},
-        {[&](CSafeRegistry& k) { return k.EnumKey(0, name, &(size = 4), nullptr, nullptr, nullptr); }, 234, 234,
+        {[&](auto& k) { return k.EnumKey(0, name, &(size = 4), nullptr, nullptr, nullptr); }, 234, 234,
          "EnumKey failed on index 0"},
-        {[](CSafeRegistry& k) { return k.SaveKey("C:\\saferegistry.hiv", nullptr); }, 0, 1314,
-         "SaveKey failed to write \"%\" to \"C:\\saferegistry.hiv\""},
-        {[](CSafeRegistry& k) { return k.LoadKey("m", "C:\\f"); }, 0, 2,
-         "LoadKey failed to create \"%\" \"m\" from \"C:\\f\""},
-        {[](CSafeRegistry& k) { return k.UnloadKey("no"); }, 0, 1314, "UnloadKey failed to unload \"%\" \"no\""},
-        {[](CSafeRegistry& k) { return k.RestoreKey("C:\\f", 8); }, 0, 1017,
-         "RestoreKey failed to restore \"%\" from \"C:\\f\""},
-        {[](CSafeRegistry& k)
+        {[](auto& k) { return k.SaveKey("C:\\f.hiv", nullptr); }, 0, 1314,
+         R"(SaveKey failed to write "%" to "C:\f.hiv")"},
+        {[](auto& k) { return k.LoadKey("m", "C:\\f"); }, 0, 2, R"(LoadKey failed to create "%" "m" from "C:\f")"},
+        {[](auto& k) { return k.UnloadKey("no"); }, 0, 1314, R"(UnloadKey failed to unload "%" "no")"},
+        {[](auto& k) { return k.RestoreKey("C:\\f", 8); }, 0, 1017, R"(RestoreKey failed to restore "%" from "C:\f")"},
+        {[](auto& k)
          {
              CSafeRegistry copy(k);
              copy.Close();
              return Open(k);
          },
-         0, 6, "Open failed to open \"%\" \"Software\\SafeRegistryTest\""},
+         0, 6, R"(Open failed to open "%" "Software\RegistryTest")"},
         // No failures, or none that is traced.
-        {[](CSafeRegistry& k) { return k.Open(HKEY_CURRENT_USER, "Software\\no", 0, KEY_READ); }, 0, 2, nullptr},
-        {[&](CSafeRegistry& k) { return k.EnumValue(9, name, &(size = 8), nullptr, nullptr, nullptr); }, 259, 259,
-         nullptr},
-        {[&](CSafeRegistry& k) { return k.EnumKey(9, name, &(size = 8), nullptr, nullptr, nullptr); }, 259, 259,
-         nullptr},
-        {[&](CSafeRegistry& k) { return k.EnumKey(0, name, &(size = 8), nullptr, nullptr, nullptr); }, 0, 0, nullptr},
-        {[](CSafeRegistry& k) { return k.RestoreKey("C:\\f", 0); }, 1, 0, nullptr},
-        {[](CSafeRegistry& k) { return k.Write("x", Bytes("y"), 2, REG_SZ); }, 1, 0, nullptr},
-        {[](CSafeRegistry& k) { return k.Read(nullptr, nullptr, nullptr, "x"); }, 1, 0, nullptr},
-        {[](CSafeRegistry& k) { return k.DeleteValue("x"); }, 1, 0, nullptr},
-        {[&](CSafeRegistry& k) { return k.Create(disposition, HKEY_CURRENT_USER, Home, 0, KEY_READ, nullptr); }, 1, 0,
-         nullptr},
-        {[](CSafeRegistry& k) { return k.Remove("child\\grandchild"); }, 1, 0, nullptr},
+        {[](auto& k) { return k.Open(HKEY_CURRENT_USER, "Software\\no", 0, KEY_READ); }, 0, 2},
+        {[&](auto& k) { return k.EnumValue(9, name, &(size = 8), nullptr, nullptr, nullptr); }, 259, 259},
+        {[&](auto& k) { return k.EnumKey(9, name, &(size = 8), nullptr, nullptr, nullptr); }, 259, 259},
+        {[&](auto& k) { return k.EnumKey(0, name, &(size = 8), nullptr, nullptr, nullptr); }, 0, 0},
+        {[](auto& k) { return k.RestoreKey("C:\\f", 0); }, 1, 0},
+        {[](auto& k) { return k.Write("x", Bytes("y"), 2, REG_SZ); }, 1, 0},
+        {[](auto& k) { return k.Read(nullptr, nullptr, nullptr, "x"); }, 1, 0},
+        {[](auto& k) { return k.DeleteValue("x"); }, 1, 0},
+        {[&](auto& k) { return k.Create(disposition, HKEY_CURRENT_USER, Home, 0, KEY_READ, nullptr); }, 1, 0},
+        {[](auto& k) { return k.Remove("child\\grandchild"); }, 1, 0},
     };
     for (const int trace : {1, 0})
         for (const auto& row : rows)
         {
-            m_world.Key(HKEY_CURRENT_USER, std::string(Home) + "\\child\\grandchild");
+            m_world.Key(HKEY_CURRENT_USER, Path("child\\grandchild"));
             m_trace.Clear();
             CSafeRegistry key(trace);
             ASSERT_EQ(Open(key), 1);
@@ -107,7 +84,7 @@ TEST_F(CSafeRegistryTest, FailuresAreResultsAndTraceLines)
             const bool written = trace && row.line;
             EXPECT_EQ(m_trace.Records(), written ? std::vector<std::string>{line} : std::vector<std::string>{});
         }
-    DeleteFileA("C:\\saferegistry.hiv"); // Wine leaves an empty file behind
+    DeleteFileA("C:\\f.hiv"); // Wine leaves an empty file behind
 }
 
 TEST_F(CSafeRegistryTest, ReadOrCreateWritesTheDefaultOnce)
@@ -133,16 +110,7 @@ TEST_F(CSafeRegistryTest, ReadOrCreateWritesTheDefaultOnce)
     EXPECT_EQ(key.GetLastError(), ERROR_ACCESS_DENIED);
 }
 
-TEST_F(CSafeRegistryTest, ThroughItsBaseItThrows)
-{
-    CSafeRegistry key;
-    CRegistry& base = key;
-    ASSERT_EQ(Open(key), 1);
-    EXPECT_EQ(Thrown([&] { base.DeleteValue("no"); }), ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(key.DeleteValue("no"), 0);
-}
-
-TEST_F(CSafeRegistryTest, TheBasesVirtualOperationsAreCalled)
+TEST_F(CSafeRegistryTest, ThroughItsBaseItThrowsAndTheBasesVirtualOperationsAreCalled)
 {
     struct Refusing : CSafeRegistry
     {
@@ -152,6 +120,7 @@ TEST_F(CSafeRegistryTest, TheBasesVirtualOperationsAreCalled)
     CSafeRegistry& safe = key;
     EXPECT_EQ(safe.Remove("x"), 0);
     EXPECT_EQ(safe.GetLastError(), 99);
+    EXPECT_EQ(Thrown([&] { static_cast<CRegistry&>(key).DeleteValue("no"); }), ERROR_INVALID_HANDLE);
 }
 
 TEST_F(CSafeRegistryTest, CopiesShareTheTraceUntilTheLastIsGone)
@@ -165,9 +134,10 @@ TEST_F(CSafeRegistryTest, CopiesShareTheTraceUntilTheLastIsGone)
     second.reset();
     EXPECT_EQ(third->Remove("c"), 0);
     EXPECT_EQ(m_trace.Records().size(), 3u);
-    EXPECT_TRUE(LogIsHeld());
+    const auto logIsHeld = [] { return !DeleteFileA(TraceWorld::LogPath().c_str()); };
+    EXPECT_TRUE(logIsHeld());
     *third = CSafeRegistry(0);
-    EXPECT_FALSE(LogIsHeld());
+    EXPECT_FALSE(logIsHeld());
     EXPECT_EQ(third->Remove("d"), 0);
     EXPECT_EQ(m_trace.Records().size(), 0u);
 }

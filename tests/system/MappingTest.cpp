@@ -2,7 +2,7 @@
 #include "RegistrySupport.h"
 #include <gtest/gtest.h>
 #include <cstdio>
-#include "IatPatch.h"
+#include "FakeVersion.h"
 #include "Probe.h"
 #include "RegistryWorld.h"
 #include "TestProduct.h"
@@ -27,6 +27,8 @@ const std::string Printer = "Mapping Test Printer";
 const std::string Original = "Mapping Test Original";
 const std::string Driver = "System\\CurrentControlSet\\control\\Print\\Printers\\" + Printer;
 
+const std::string UserKey = "Printers\\" + Printer + "\\GUI\\JSW";
+
 PROBE(OsCodes)
 {
     CRegistry registry;
@@ -36,146 +38,120 @@ PROBE(OsCodes)
 
 TEST(Mapping, OsCodesOfTenWindowsVersions)
 {
-    const struct
-    {
-        const char* windows;
-        const char* codes;
-    } rows[] = {{"win31", "3 1"}, {"win95", "4 1"}, {"win98", "5 1"}, {"winme", "6 1"}, {"nt40", "7 2"},
-                {"win2k", "8 2"}, {"winxp", "9 2"}, {"vista", "9 2"}, {"win7", "9 2"},  {"win10", "9 2"}};
-    for (const auto& row : rows)
-        EXPECT_EQ(RunProbeUnder(row.windows, "OsCodes").output, row.codes) << row.windows;
+    const char* const rows[][2] = {{"win31", "3 1"}, {"win95", "4 1"}, {"win98", "5 1"}, {"winme", "6 1"},
+                                   {"nt40", "7 2"},  {"win2k", "8 2"}, {"winxp", "9 2"}, {"vista", "9 2"},
+                                   {"win7", "9 2"},  {"win10", "9 2"}};
+    for (const auto& [windows, codes] : rows)
+        EXPECT_EQ(RunProbeUnder(windows, "OsCodes").output, codes) << windows;
 }
 
 TEST(Mapping, OsCodesOfOtherAnswers)
 {
-    static OSVERSIONINFOA reported;
-    const IatPatch patch(
-        LibraryUnderTest(), "GetVersionExA",
-        +[](OSVERSIONINFOA* version) -> BOOL
-        {
-            if (version->dwOSVersionInfoSize != 148 || !reported.dwOSVersionInfoSize)
-                return FALSE;
-            *version = reported;
-            return TRUE;
-        });
     const struct
     {
-        DWORD platform, major, minor;
+        int platform; // below 0: no answer
+        DWORD major, minor;
         int version, family;
-    } rows[] = {{2, 3, 51, 7, 2}, {2, 5, 2, 9, 2}, {2, 6, 0, 9, 2}, {3, 1, 0, 9, 2}, {1, 4, 3, 6, 1}};
-    for (const auto& row : rows)
+    } rows[] = {{2, 3, 51, 7, 2}, {2, 5, 2, 9, 2}, {2, 6, 0, 9, 2}, {3, 1, 0, 9, 2}, {1, 4, 3, 6, 1}, {-1, 0, 0, 0, 2}};
+    for (const auto& [platform, major, minor, version, family] : rows)
     {
-        reported = {148, row.major, row.minor, 0, row.platform, ""};
-        EXPECT_EQ(CRegistry().GetOSVer(), row.version) << row.platform << " " << row.major << "." << row.minor;
-        EXPECT_EQ(CRegistry().GetOSPlatform(), row.family) << row.platform << " " << row.major << "." << row.minor;
+        const FakeVersion told(platform, major, minor);
+        EXPECT_EQ(CRegistry().GetOSVer(), version) << platform << " " << major << "." << minor;
+        EXPECT_EQ(CRegistry().GetOSPlatform(), family) << platform << " " << major << "." << minor;
     }
-    reported = {};
-    EXPECT_EQ(CRegistry().GetOSVer(), CRegistry::OS_UNKNOWN);
-    EXPECT_EQ(CRegistry().GetOSPlatform(), CRegistry::OS_PLATFORM_NT);
 }
 
 // Creates the key that a null root stands for, opens it again, and tells where it was.
-std::string CreateMapped(int mode, int use32, int personal, const char* subKey)
+std::string CreateMapped(const char* options, const char* subKey)
 {
     const Product product;
     CRegistry registry;
-    registry.InitMode(mode);
-    registry.Use32BitRegPath(use32);
-    registry.SetPersonalSettings(personal);
+    registry.InitMode(options[0] - '0');
+    registry.Use32BitRegPath(options[1] - '0');
+    registry.SetPersonalSettings(options[2] - '0');
     registry.SetFriendlyName(Printer.c_str());
     DWORD disposition = 0;
     registry.Create(disposition, nullptr, subKey, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr);
-    const std::string created = static_cast<LPCSTR>(registry.GetSubKey());
-    return created + (registry.Open(nullptr, subKey, 0, KEY_READ) ? " opened" : " not opened");
-}
-
-PROBE(CreateMapped)
-{
-    std::printf("%s", CreateMapped(argv[0][0] - '0', argv[0][1] - '0', argv[0][2] - '0', argv[1]).c_str());
-    return 0;
+    const std::string created(registry.GetSubKey());
+    return created + (registry.Open(nullptr, subKey, 0, KEY_READ) ? "" : " not opened");
 }
 
 TEST(Mapping, PathsOfBothFamiliesAndBothModes)
 {
     const HKEY machine = HKEY_LOCAL_MACHINE, user = HKEY_CURRENT_USER;
+    const std::string settings = "\\IJPrtSettings\\" + Original + "\\";
+    const auto xp = CRegistry::OS_WINXP;
     const struct
     {
-        const char* windows; // null: this process
+        CRegistry::OSVersion windows;
         const char* options; // mode, 32-bit path, personal settings
         bool installed;      // the printer's entry names the original
         const char* subKey;
         HKEY root;
         std::string path;
-        bool opened = true;
+        const char* opened = "";
     } rows[] = {
-        {nullptr, "100", true, "PrinterDriverData", machine,
-         Ident + "\\IJPrtSettings\\" + Original + "\\PrinterDriverData"},
-        {nullptr, "100", true, "JSW", machine, Ident + "\\IJPrtSettings\\" + Original + "\\GUI\\JSW"},
-        {nullptr, "100", true, "printerdriverdata", machine,
-         Ident + "\\IJPrtSettings\\" + Original + "\\GUI\\printerdriverdata"},
-        {nullptr, "110", true, "JSW", machine, Ident32 + "\\IJPrtSettings\\" + Original + "\\GUI\\JSW"},
-        {nullptr, "101", true, "JSW", user, Ident + "\\IJPrtSettings\\" + Original + "\\GUI\\JSW", false},
-        {nullptr, "100", false, "JSW", user, "Printers\\" + Printer + "\\GUI\\JSW"},
-        {nullptr, "100", false, "PrinterDriverData", user, "Printers\\" + Printer + "\\GUI\\PrinterDriverData"},
-        {nullptr, "200", true, "Supplies", machine, Ident + "\\" + Model + "\\Supplies"},
-        {nullptr, "201", true, "Supplies", user, Ident + "\\" + Model + "\\Supplies", false},
-        {"nt40", "100", true, "JSW", machine, Ident + "\\IJPrtSettings\\" + Original + "\\GUI\\JSW"},
-        {"win95", "100", true, "JSW", machine, Driver + "\\GUI\\JSW"},
-        {"win31", "100", true, "PrinterDriverData", machine, Driver + "\\PrinterDriverData"},
-        {"winme", "110", false, "JSW", machine, Driver + "\\GUI\\JSW"},
+        {xp, "100", true, "PrinterDriverData", machine, Ident + settings + "PrinterDriverData"},
+        {xp, "100", true, "JSW", machine, Ident + settings + "GUI\\JSW"},
+        {xp, "100", true, "printerdriverdata", machine, Ident + settings + "GUI\\printerdriverdata"},
+        {xp, "110", true, "JSW", machine, Ident32 + settings + "GUI\\JSW"},
+        {xp, "101", true, "JSW", user, Ident + settings + "GUI\\JSW", " not opened"},
+        {xp, "100", false, "JSW", user, UserKey},
+        {xp, "100", false, "PrinterDriverData", user, "Printers\\" + Printer + "\\GUI\\PrinterDriverData"},
+        {xp, "200", true, "Supplies", machine, Ident + "\\" + Model + "\\Supplies"},
+        {xp, "201", true, "Supplies", user, Ident + "\\" + Model + "\\Supplies", " not opened"},
+        {CRegistry::OS_WINNT4, "100", true, "JSW", machine, Ident + settings + "GUI\\JSW"},
+        {CRegistry::OS_WIN95, "100", true, "JSW", machine, Driver + "\\GUI\\JSW"},
+        {CRegistry::OS_WIN32S, "100", true, "PrinterDriverData", machine, Driver + "\\PrinterDriverData"},
+        {CRegistry::OS_WINME, "110", false, "JSW", machine, Driver + "\\GUI\\JSW"},
     };
     for (const auto& row : rows)
     {
-        SCOPED_TRACE(std::string(row.windows ? row.windows : "here") + " " + row.options + " " + row.subKey);
+        const FakeVersion version(row.windows);
         RegistryWorld world;
         if (row.installed)
             world.Printer(Printer, Original);
         world.Claim(row.root, row.path);
-        const std::string answer =
-            row.windows ? RunProbeUnder(row.windows, "CreateMapped", {row.options, row.subKey}).output
-                        : CreateMapped(row.options[0] - '0', row.options[1] - '0', row.options[2] - '0', row.subKey);
-        EXPECT_EQ(answer, row.path + (row.opened ? " opened" : " not opened"));
+        EXPECT_EQ(CreateMapped(row.options, row.subKey), row.path + row.opened) << row.windows << " " << row.options;
         EXPECT_TRUE(world.Exists(row.root, row.path));
     }
 }
 
+// Where a printer's key is looked for; it is not there.
+std::string LookedUp(const std::string& printer)
+{
+    CRegistry registry;
+    registry.SetFriendlyName(printer.c_str());
+    EXPECT_EQ(registry.Open(nullptr, "JSW", 0, KEY_READ), 0);
+    return std::string(registry.GetSubKey());
+}
+
 TEST(Mapping, OriginalNamesOfAnyShape)
 {
-    const std::string user = "Printers\\" + Printer + "\\GUI\\JSW", machine = Ident + "\\IJPrtSettings\\";
+    const auto machine = [](const std::string& name) { return Ident + "\\IJPrtSettings\\" + name + "\\GUI\\JSW"; };
     const struct
     {
         DWORD type;
         std::string bytes, path;
     } rows[] = {
-        {REG_BINARY, "Unterminated", machine + "Unterminated\\GUI\\JSW"},
-        {REG_SZ, std::string(255, 'q'), machine + std::string(255, 'q') + "\\GUI\\JSW"},
-        {REG_BINARY, std::string(256, 'q'), machine + std::string(256, 'q') + "\\GUI\\JSW"},
-        {REG_SZ, std::string(256, 'q'), user}, // with its NUL larger than the buffer
-        {REG_BINARY, std::string(5000, 'q'), user},
-        {REG_DWORD, std::string("Q\0\0\0", 4), user},
-        {REG_SZ, "", machine + "\\GUI\\JSW"},
+        {REG_BINARY, "Unterminated", machine("Unterminated")},
+        {REG_SZ, std::string(255, 'q'), machine(std::string(255, 'q'))},
+        {REG_BINARY, std::string(256, 'q'), machine(std::string(256, 'q'))},
+        {REG_SZ, std::string(256, 'q'), UserKey}, // with its NUL larger than the buffer
+        {REG_BINARY, std::string(5000, 'q'), UserKey},
+        {REG_DWORD, std::string("Q\0\0\0", 4), UserKey},
+        {REG_SZ, "", machine("")},
     };
     const Product product;
-    for (const auto& row : rows)
-    {
-        RegistryWorld world;
-        world.Printer(Printer, row.bytes, row.type);
-        CRegistry registry;
-        registry.SetFriendlyName(Printer.c_str());
-        EXPECT_EQ(registry.Open(nullptr, "JSW", 0, KEY_READ), 0);
-        EXPECT_EQ(registry.GetSubKey(), row.path.c_str()) << row.bytes.size() << " bytes of type " << row.type;
-    }
-}
-
-TEST(Mapping, APrinterEntryThatMayNotBeReadIsNoEntry)
-{
     RegistryWorld world;
+    for (const auto& [type, bytes, path] : rows)
+    {
+        world.Printer(Printer, bytes, type);
+        EXPECT_EQ(LookedUp(Printer), path) << bytes.size() << " bytes of type " << type;
+    }
     world.Printer(Printer, Original);
     world.Restrict(HKEY_LOCAL_MACHINE, Driver + "\\PrinterDriverData", 0);
-    CRegistry registry;
-    registry.SetFriendlyName(Printer.c_str());
-    EXPECT_EQ(registry.Open(nullptr, "JSW", 0, KEY_READ), 0);
-    EXPECT_EQ(registry.GetSubKey(), ("Printers\\" + Printer + "\\GUI\\JSW").c_str());
+    EXPECT_EQ(LookedUp(Printer), UserKey) << "an entry that may not be read is none";
 }
 
 TEST(Mapping, PrinterNamesOf300Characters)

@@ -1,6 +1,7 @@
 // Reading values that are not what the reader expects: bounded, or the default stays.
 #include "system/internal/RegistryValue.h"
 #include <gtest/gtest.h>
+#include <tuple>
 #include "RegistryWorld.h"
 #include "system/CRegistry.h"
 #include "system/internal/Handle.h"
@@ -11,14 +12,7 @@ const char* const Home = "Software\\RegistryValueTest";
 
 TEST(RegistryValue, TextAndNumberOrTheirDefaults)
 {
-    const struct
-    {
-        const char* name;
-        DWORD type;
-        std::string bytes;
-        const char* text;
-        DWORD number;
-    } rows[] = {
+    const std::tuple<const char*, DWORD, std::string, const char*, DWORD> rows[] = {
         {"terminated", REG_SZ, std::string("abc\0", 4), "abc", 0x636261},
         {"unterminated", REG_SZ, "abc", "abc", 0x636261},
         {"short", REG_SZ, "ab", "ab", 7},
@@ -32,23 +26,23 @@ TEST(RegistryValue, TextAndNumberOrTheirDefaults)
         {"long number", REG_QWORD, std::string("A\0\0\0\0\0\0\0", 8), "default", 7},
     };
     RegistryWorld world;
-    for (const auto& row : rows)
-        world.Set(HKEY_CURRENT_USER, Home, row.name, row.type, row.bytes);
+    for (const auto& [name, type, bytes, text, number] : rows)
+        world.Set(HKEY_CURRENT_USER, Home, name, type, bytes);
     tvk::RegistryKey raw;
     CRegistry key;
     ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, Home, 0, KEY_READ, raw.Receive()), 0);
     ASSERT_EQ(key.Open(HKEY_CURRENT_USER, Home, 0, KEY_READ), 1);
     const auto check = [&](auto&& source)
     {
-        for (const auto& row : rows)
+        for (const auto& [name, type, bytes, text, number] : rows)
         {
-            SCOPED_TRACE(row.name);
-            CString text = "default";
-            DWORD number = 7;
-            EXPECT_EQ(tvk::ReadText(source, row.name, text, 8), std::string(row.text) != "default");
-            EXPECT_EQ(text, row.text);
-            EXPECT_EQ(tvk::ReadNumber(source, row.name, number), row.number != 7);
-            EXPECT_EQ(number, row.number);
+            SCOPED_TRACE(name);
+            CString readText = "default";
+            DWORD readNumber = 7;
+            EXPECT_EQ(tvk::ReadText(source, name, readText, 8), std::string(text) != "default");
+            EXPECT_EQ(readText, text);
+            EXPECT_EQ(tvk::ReadNumber(source, name, readNumber), number != 7);
+            EXPECT_EQ(readNumber, number);
         }
     };
     check(key);

@@ -156,44 +156,36 @@ TEST_F(SecurityDescriptorTest, ADescriptorThatWasHandedOutKeepsItsAccessList)
 
 TEST_F(SecurityDescriptorTest, FailingCallsAreNamedAndLeakNothing)
 {
-    const struct
+    const auto check = [](const std::string& line, const Calls& failing, int freedSids, int freedMemory)
     {
-        const char* line;
-        Calls failing;
-        int freedSids, freedMemory;
-    } rows[] = {
-        {"AllocateAndInitializeSid for Everyone Group, Error = 2\n", {.failingSid = 1}, 0, 0},
-        {"AllocateAndInitializeSid for Admin Group, Error = 2\n", {.failingSid = 2}, 1, 0},
-        {"AllocateAndInitializeSid for Power Users Group, Error = 2\n", {.failingSid = 3}, 2, 0},
-        {"AllocateAndInitializeSid for Users Group, Error = 2\n", {.failingSid = 4}, 3, 0},
-        {"AllocateAndInitializeSid for System Group, Error = 2\n", {.failingSid = 5}, 4, 0},
-        {"AllocateAndInitializeSid for Guest Group, Error = 2\n", {.failingSid = 6}, 5, 0},
-        {"SetEntriesInAcl Error 2\n", {.failAcl = true}, 6, 0},
-        {"LocalAlloc Error 2\n", {.failAlloc = true}, 6, 1},
-        {"InitializeSecurityDescriptor Error 2\n", {.failInitialize = true}, 6, 2},
-        {"SetSecurityDescriptorDacl Error 2\n", {.failDacl = true}, 6, 2},
-        {"", {.noFunction = true}, 0, 0},
-    };
-    for (const auto& row : rows)
-    {
+        SCOPED_TRACE(line);
         CRegistry key;
         ASSERT_EQ(key.Open(HKEY_CURRENT_USER, "Software\\SecurityTest\\missing", 0, KEY_READ), 0);
         SetLastError(99); // the number is the stored result's
-        calls = row.failing;
+        calls = failing;
         testing::internal::CaptureStdout();
-        EXPECT_EQ(key.CreateSecurityDescriptor(), nullptr) << row.line;
+        EXPECT_EQ(key.CreateSecurityDescriptor(), nullptr);
         std::fflush(stdout);
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), row.line);
-        EXPECT_EQ(calls.freedSids, row.freedSids) << row.line;
-        EXPECT_EQ(calls.freedMemory, row.freedMemory) << row.line;
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), line);
+        EXPECT_EQ(calls.freedSids, freedSids);
+        EXPECT_EQ(calls.freedMemory, freedMemory);
 
-        calls = row.failing; // and the key is created all the same, without a descriptor
+        calls = failing; // and the key is created all the same, without a descriptor
         testing::internal::CaptureStdout();
-        EXPECT_EQ(Thrown([&] { Create(key); }), 0) << row.line;
+        EXPECT_EQ(Thrown([&] { Create(key); }), 0);
         testing::internal::GetCapturedStdout();
-        EXPECT_FALSE(calls.attributes) << row.line;
-        EXPECT_EQ(calls.freedMemory, row.freedMemory) << row.line;
-        EXPECT_EQ(calls.freedLibraries, 1) << row.line;
-    }
+        EXPECT_FALSE(calls.attributes);
+        EXPECT_EQ(calls.freedMemory, freedMemory);
+        EXPECT_EQ(calls.freedLibraries, 1);
+    };
+    const char* const groups[] = {"Everyone", "Admin", "Power Users", "Users", "System", "Guest"};
+    for (int i = 0; i < 6; ++i)
+        check(std::string("AllocateAndInitializeSid for ") + groups[i] + " Group, Error = 2\n", {.failingSid = i + 1},
+              i, 0);
+    check("SetEntriesInAcl Error 2\n", {.failAcl = true}, 6, 0);
+    check("LocalAlloc Error 2\n", {.failAlloc = true}, 6, 1);
+    check("InitializeSecurityDescriptor Error 2\n", {.failInitialize = true}, 6, 2);
+    check("SetSecurityDescriptorDacl Error 2\n", {.failDacl = true}, 6, 2);
+    check("", {.noFunction = true}, 0, 0);
 }
 } // namespace

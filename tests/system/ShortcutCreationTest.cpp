@@ -9,7 +9,6 @@
 #include <shlobj.h>
 #include <gmock/gmock.h>
 #include <filesystem>
-#include <optional>
 #include <set>
 #include <vector>
 
@@ -21,11 +20,13 @@ const char* const ShellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\
 const char* const Root = "C:\\shortcuts";
 const char* const AllUsers = "C:\\windows\\All Users";
 
-const struct FolderValue
+struct FolderValue
 {
     HKEY root;
-    const char *name, *folder; // below the scratch folder; the lengths tell which value size reads them
-} Values[] = {
+    const char *name, *folder;
+};
+// The shell's folders, below the scratch folder: their lengths tell which value size reads them.
+const FolderValue Values[] = {
     {HKEY_CURRENT_USER, "Desktop", "user desk"},
     {HKEY_CURRENT_USER, "Programs", "u"},
     {HKEY_CURRENT_USER, "Start Menu", "user menu"},
@@ -33,14 +34,6 @@ const struct FolderValue
     {HKEY_LOCAL_MACHINE, "Common Programs", "common programs"},
     {HKEY_LOCAL_MACHINE, "Common Start Menu", "menu"},
 };
-
-void WriteValue(HKEY root, const char* name, const std::optional<std::string>& bytes)
-{
-    if (bytes)
-        RegSetKeyValueA(root, ShellFolders, name, REG_SZ, bytes->data(), static_cast<DWORD>(bytes->size()));
-    else
-        RegDeleteKeyValueA(root, ShellFolders, name);
-}
 
 /// The files and groups below the scratch folder and below "All Users", sorted, a bar behind each. Takes them away.
 std::string Made()
@@ -94,7 +87,7 @@ protected:
     {
         for (const FolderValue& value : Values)
         {
-            m_saved.push_back(RegistryWorld::Get(value.root, ShellFolders, value.name));
+            m_registry.Keep(value.root, ShellFolders, value.name);
             fs::create_directories(fs::path(Root) / value.folder);
         }
         WriteFolders();
@@ -103,22 +96,18 @@ protected:
     }
     ~Shortcuts() override
     {
-        for (std::size_t i = 0; i < m_saved.size(); ++i)
-            WriteValue(Values[i].root, Values[i].name, m_saved[i]);
         fs::remove_all(Root);
         fs::remove_all(AllUsers);
     }
     /// The shell itself restores the user's desktop whenever a program makes its first link.
-    static void WriteFolders()
+    void WriteFolders()
     {
         for (const FolderValue& value : Values)
-            WriteValue(value.root, value.name, std::string(Root) + "\\" + value.folder + '\0');
+            m_registry.SetText(value.root, ShellFolders, value.name, std::string(Root) + "\\" + value.folder);
     }
 
+    RegistryWorld m_registry;
     ShortcutCreation m_shortcuts;
-
-private:
-    std::vector<std::optional<std::string>> m_saved;
 };
 
 TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
@@ -136,13 +125,8 @@ TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
 
 TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
 {
-    const struct
-    {
-        CRegistry::OSVersion windows;
-        const char* missing; // value
-        std::vector<int> locations;
-        const char* made;
-    } cases[] = {
+    using Locations = std::vector<int>;
+    const std::tuple<CRegistry::OSVersion, const char*, Locations, const char*> cases[] = {
         // From the longest path to the shortest: the size of one query is what the one before it read.
         {CRegistry::OS_WINXP, "", {2, 1, 3}, "common\\2.lnk|common programs\\1.lnk|menu\\3.lnk|"},
         {CRegistry::OS_WIN98, "", {3, 2}, "u\\2.lnk|user menu\\1.lnk|"},
@@ -158,12 +142,12 @@ TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
         // is the size of the next query, so all is well again.
         {CRegistry::OS_WINXP, "Common Desktop", {1, 2, 3}, "menu\\3.lnk|u\\2.lnk|All Users\\Desktop\\1.lnk|"},
     };
-    for (const auto& [windows, missing, locations, made] : cases)
+    for (const auto& [windows, missingValue, locations, made] : cases)
     {
         const FakeVersion version(windows);
         ShortcutCreation shortcuts;
         WriteFolders();
-        WriteValue(*missing == 'C' ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, missing, std::nullopt);
+        RegDeleteKeyValueA(*missingValue == 'C' ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, ShellFolders, missingValue);
         for (std::size_t i = 0; i < locations.size(); ++i)
             EXPECT_EQ(Create(shortcuts, std::to_string(i + 1).c_str(), locations[i]), S_OK);
         EXPECT_EQ(Made(), made);
@@ -172,7 +156,7 @@ TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
 
 TEST_F(Shortcuts, CopiesRememberAFailureToo)
 {
-    WriteValue(HKEY_LOCAL_MACHINE, "Common Desktop", std::nullopt);
+    RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, ShellFolders, "Common Desktop");
     Create(m_shortcuts, "a", 1);
     ShortcutCreation copy(m_shortcuts), assigned;
     assigned = m_shortcuts;
@@ -183,10 +167,7 @@ TEST_F(Shortcuts, CopiesRememberAFailureToo)
 
 TEST_F(Shortcuts, AreNamedAsTheCallerSays)
 {
-    const struct
-    {
-        const char *name, *subFolder, *made;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"Tool", "", "menu\\Tool.lnk|"},
         {"Tool.LNK", "", "menu\\Tool.LNK|"},
         {"Tool.lnk.txt", "", "menu\\Tool.lnk.txt|"},
@@ -251,8 +232,9 @@ TEST_F(Shortcuts, EndWithTheResultOfTheStepThatFailed)
     EXPECT_EQ(m_shortcuts.CreateShortcut("t.exe", "", "a", "", 0, false, false, 3, "missing"),
               HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
     {
-        const auto refuse = +[](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { return CLASS_E_NOTLICENSED; };
-        const IatPatch create(LibraryUnderTest(), "CoCreateInstance", refuse);
+        const IatPatch create(
+            LibraryUnderTest(), "CoCreateInstance",
+            +[](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT { return CLASS_E_NOTLICENSED; });
         EXPECT_EQ(Create(m_shortcuts, "a", 3), CLASS_E_NOTLICENSED);
     }
     {
@@ -275,11 +257,7 @@ TEST_F(Shortcuts, EndWithTheResultOfTheStepThatFailed)
 TEST_F(Shortcuts, ReadNoMoreThanTheBuffer)
 {
     const auto folder = [](std::size_t length) { return "C:\\" + std::string(length - 3, 'x'); };
-    const struct
-    {
-        std::string value; // as it is, with or without its NUL
-        const char* made;
-    } cases[] = {
+    const std::pair<std::string, const char*> cases[] = {
         {folder(259) + '\0', ""}, // just fits; no name behind it does
         {folder(260), ""},
         {folder(260) + '\0', "All Users\\Start Menu\\a.lnk|"},
@@ -292,8 +270,7 @@ TEST_F(Shortcuts, ReadNoMoreThanTheBuffer)
     {
         SCOPED_TRACE(value.size());
         for (const FolderValue& menu : {Values[2], Values[5]})
-            RegSetKeyValueA(menu.root, ShellFolders, menu.name, REG_BINARY, value.data(),
-                            static_cast<DWORD>(value.size()));
+            m_registry.Set(menu.root, ShellFolders, menu.name, REG_BINARY, value);
         ShortcutCreation shortcuts;
         EXPECT_EQ(Create(shortcuts, "a", 3) == S_OK, *made != 0);
         EXPECT_EQ(Made(), made);
@@ -312,7 +289,7 @@ TEST_F(Shortcuts, LieBelowOneBackslashAndWithinTheBuffer)
         library, "_mkdir", +[](const char* path) { return g_group = path, 0; });
     const IatPatch root(
         library, "GetWindowsDirectoryA", +[](char* path, UINT) -> UINT { return lstrcpyA(path, "C:\\"), 3; });
-    WriteValue(HKEY_LOCAL_MACHINE, "Common Start Menu", std::nullopt);
+    RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, ShellFolders, "Common Start Menu");
     Create(m_shortcuts, "Suite", 3, true);
     EXPECT_EQ(g_group, "C:\\All Users\\Start Menu\\Suite");
     // A query that fails half way leaves what it likes.

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <tuple>
 
 namespace
 {
@@ -31,12 +32,7 @@ TEST(DialogWindows, AreFoundByTitleAndMark)
     EXPECT_EQ(SetUserDefinedData(second, 0xFFFFFFFF), 1);
     EXPECT_EQ(SetUserDefinedData(other, 2), 1);
     EXPECT_EQ(SetUserDefinedData(notDialog, 3), 1);
-    const struct
-    {
-        const char* title;
-        unsigned long data;
-        HWND expected;
-    } cases[] = {
+    const std::tuple<const char*, unsigned long, HWND> cases[] = {
         {Title, 1, first},   {Title, 0xFFFFFFFF, second},   {"Another", 2, other}, {"ANOTHER", 2, other},
         {Title, 2, nullptr}, {"Another", 1, nullptr},       {Title, 3, nullptr},   {Title, 0, nullptr},
         {nullptr, 2, other}, {"no such title", 0, nullptr},
@@ -62,34 +58,26 @@ TEST(DialogWindows, AreFoundByTitleAndMark)
 }
 
 DWORD g_answer, g_waited;
-DWORD WINAPI Answer(DWORD milliseconds)
+bool g_found;
+FARPROC WINAPI FindAnswer(HMODULE, LPCSTR)
 {
-    g_waited = milliseconds;
-    return g_answer;
+    const auto answer = +[](DWORD milliseconds) { return g_waited = milliseconds, g_answer; };
+    return g_found ? reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(answer)) : nullptr;
 }
 
 TEST(DeviceInstallation, IsInProgressWhenTheSystemSaysSo)
 {
     EXPECT_EQ(IsDeviceInstallInProgress(), 0);
+    const IatPatch patch(LibraryUnderTest(), "GetProcAddress", FindAnswer);
+    const std::tuple<bool, DWORD, int> cases[] = {
+        {true, WAIT_TIMEOUT, 1}, {true, WAIT_OBJECT_0, 0}, {true, WAIT_FAILED, 0}, {false, WAIT_TIMEOUT, 0}};
+    for (const auto& [found, answer, expected] : cases)
     {
-        const IatPatch found(
-            LibraryUnderTest(), "GetProcAddress",
-            +[](HMODULE, LPCSTR) { return reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&Answer)); });
-        const struct
-        {
-            DWORD answer;
-            int expected;
-        } cases[] = {{WAIT_TIMEOUT, 1}, {WAIT_OBJECT_0, 0}, {WAIT_FAILED, 0}};
-        for (const auto& [answer, expected] : cases)
-        {
-            g_answer = answer;
-            g_waited = 1;
-            EXPECT_EQ(IsDeviceInstallInProgress(), expected) << answer;
-            EXPECT_EQ(g_waited, 0u) << "the caller does not wait";
-        }
+        g_found = found;
+        g_answer = answer;
+        g_waited = 0;
+        EXPECT_EQ(IsDeviceInstallInProgress(), expected) << answer;
+        EXPECT_EQ(g_waited, 0u) << "the caller does not wait";
     }
-    const IatPatch missing(
-        LibraryUnderTest(), "GetProcAddress", +[](HMODULE, LPCSTR) -> FARPROC { return nullptr; });
-    EXPECT_EQ(IsDeviceInstallInProgress(), 0);
 }
 } // namespace
