@@ -63,8 +63,10 @@ bool ReportRegistry(const char* printer)
     const CString path = key.GetSubKey();
     const CString parent = path.Left(path.ReverseFind('\\'));
     CSafeRegistry parentKey;
-    if (parentKey.Open(HKEY_LOCAL_MACHINE, parent, 0, KEY_ALL_ACCESS))
-        good = parentKey.Remove(Section) && good;
-    std::printf("  removed   %s\n", good ? "again" : "not all went well");
-    return good;
+    const bool removed = parentKey.Open(HKEY_LOCAL_MACHINE, parent, 0, KEY_ALL_ACCESS) && parentKey.Remove(Section);
+    if (removed)
+        std::printf("  removed   again\n");
+    else
+        std::printf("  not removed: error %ld\n", parentKey.GetLastError());
+    return good && removed;
 }
