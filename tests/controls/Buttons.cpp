@@ -2,7 +2,7 @@
 #include "Pictures.h"
 #include "controls/CGUIButton.h"
 #include "controls/COwnButton.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/IatPatch.h"
 #include "support/Screen.h"
 #include "support/TestProduct.h"

@@ -1,7 +1,7 @@
 // The colour picker and its pop-up as a user meets them: real windows, messages and input, pixels read from the screen.
 #include "controls/CColourPicker.h"
 #include "controls/CColourPopup.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/IatPatch.h"
 #include "support/Screen.h"
 #include "support/TestProduct.h"
@@ -540,18 +540,18 @@ TEST(ColourPickerTest, WithoutAWindowNothingOpens)
 TEST(ColourPickerTest, AThousandPopUpsLeaveNothingBehind)
 {
     Host host;
-    ExpectNothingLeftBehind(1000,
-                            [&](int round)
-                            {
-                                const HWND popup = host.Open();
-                                UpdateWindow(popup);
-                                const CPoint centre = CellRect(popup, round % 40).CenterPoint();
-                                Mouse(popup, WM_MOUSEMOVE, centre);
-                                if (round % 2)
-                                    Mouse(popup, WM_LBUTTONUP, centre);
-                                else
-                                    Key(popup, VK_ESCAPE);
-                                PumpMessages();
-                            });
+    ExpectNothingLeftBehind(
+        [&](int round)
+        {
+            const HWND popup = host.Open();
+            UpdateWindow(popup);
+            const CPoint centre = CellRect(popup, round % 40).CenterPoint();
+            Mouse(popup, WM_MOUSEMOVE, centre);
+            if (round % 2)
+                Mouse(popup, WM_LBUTTONUP, centre);
+            else
+                Key(popup, VK_ESCAPE);
+            PumpMessages();
+        });
 }
 } // namespace

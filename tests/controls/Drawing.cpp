@@ -2,7 +2,7 @@
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
 #include "support/FakeVersion.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The region of a bitmap's visible pixels.
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include "support/Watch.h"

@@ -2,7 +2,7 @@
 // and fail on demand; what they were given, what was traced, and what stays loaded.
 #include "diag/ActivityTracker.h"
 #include "support/FakeVersion.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include "support/Watch.h"
@@ -252,7 +252,7 @@ TEST_F(ActivityTrackerTest, LooksInTheDriverDirectoryOfEachSystem)
 TEST_F(Recording, LeavesNothingBehind)
 {
     world.RemoveSwitch();
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [](int round)
         {
             SetEnvironmentVariableA("USAGE_FAULT", round % 3 ? nullptr : round % 2 ? "create=1" : "value=1");

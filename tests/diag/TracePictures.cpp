@@ -1,7 +1,7 @@
 // Pictures for the trace receiver: the message as it arrives, the numbers, and what is dropped.
 #include "diag/CSpy.h"
 #include "diag/TracePicture.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
@@ -236,18 +236,19 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
     Receiver receiver;
     Send();
     unsigned long number = WordAt(receiver.messages.at(0), 32);
+    constexpr int Rounds = 40;
     for (const auto& row : cases)
     {
         SCOPED_TRACE(row.function);
         receiver.messages.clear();
         {
             const IatPatch patch(row.module, row.function, row.replacement);
-            ExpectNothingLeftBehind(200, [&](int) { SendRectangle(); });
+            ExpectNothingLeftBehind(Rounds, [&](int) { SendRectangle(); });
         }
         EXPECT_TRUE(receiver.messages.empty());
         Send();
         ASSERT_EQ(receiver.messages.size(), 1u);
-        number += row.takesNumber ? 201 : 1;
+        number += row.takesNumber ? Rounds + 1 : 1;
         EXPECT_EQ(WordAt(receiver.messages[0], 32), number);
     }
 }
@@ -255,11 +256,11 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
 TEST_F(TracePictures, AThousandPicturesLeaveNothingBehind)
 {
     Receiver receiver;
-    ExpectNothingLeftBehind(1000,
-                            [&](int)
-                            {
-                                Send();
-                                SendRectangle();
-                            });
+    ExpectNothingLeftBehind(
+        [&](int)
+        {
+            Send();
+            SendRectangle();
+        });
     EXPECT_EQ(receiver.messages.size(), 2000u);
 }

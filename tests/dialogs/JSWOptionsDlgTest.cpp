@@ -3,7 +3,7 @@
 #include "DialogSupport.h"
 #include "dialogs/DialogIds.h"
 #include "links/LaunchCalls.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/IatPatch.h"
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"

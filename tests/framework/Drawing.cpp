@@ -1,6 +1,6 @@
 // Geometry, drawing objects and device contexts.
 #include <afxwin.h>
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include <gtest/gtest.h>
 
 TEST(Geometry, Rectangles)

@@ -1,7 +1,7 @@
 // Windows: message maps, subclassing, reflection, and what happens when handlers throw or windows end.
 #include "ids.h"
 #include <afxwin.h>
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/Screen.h"
 #include <gtest/gtest.h>
 #include <algorithm>

@@ -1,5 +1,5 @@
 // The ordering program, started for real: a recorder in its place writes down its command line.
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/RecordingProgram.h"
 #include "support/TestProduct.h"
 #include "ink/CGUIInkDisplay.h"

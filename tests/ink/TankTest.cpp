@@ -1,7 +1,7 @@
 // The tanks' pictures, seen on real windows.
 #include "TankWindow.h"
 #include "controls/Pictures.h"
-#include "support/GdiObjects.h"
+#include "support/NothingLeft.h"
 #include "support/TestProduct.h"
 #include "ink/CGUIInkDisplay.h"
 #include "ink/InkDisplay.h"

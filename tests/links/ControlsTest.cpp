@@ -8,7 +8,7 @@
 #include "TestLink.h"
 #include "controls/Pictures.h"
 #include "support/IatPatch.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <functional>
@@ -423,7 +423,7 @@ TYPED_TEST(Links, LeaveNoObjectBehind)
     World<TypeParam> world;
     Surface surface(HostWidth, 80, 1);
     CGUIFont font;
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [&](int i)
         {
             world.link.Initialize(Normal, i % 2 ? Hover : 0u, Disabled, world.art.Module(), Middle);

@@ -2,7 +2,7 @@
 #include "links/CatsWinHelp.h"
 #include "LaunchCalls.h"
 #include "support/FakeVersion.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/Probe.h"
 #include "support/RecordingProgram.h"
 #include "support/RedirectedRoot.h"
@@ -140,7 +140,7 @@ TEST_F(Help, ALineThatDoesNotFitIsNotStarted)
 TEST_F(Help, LeavesNothingBehind)
 {
     calls.pretend = true;
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [&](int round)
         {
             calls.Refuse(LaunchRoutes[static_cast<size_t>(round) % LaunchRoutes.size()].refused);

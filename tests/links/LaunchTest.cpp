@@ -2,7 +2,7 @@
 #include "LaunchCalls.h"
 #include "TestLink.h"
 #include "support/FakeVersion.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/TraceWorld.h"
 #include <gmock/gmock.h>
 
@@ -205,7 +205,7 @@ TEST_F(Launch, LeavesNothingBehind)
 {
     const FakeVersion version(9);
     calls.pretend = true;
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [&](int round)
         {
             calls.Refuse(LaunchRoutes[static_cast<size_t>(round) % LaunchRoutes.size()].refused);

@@ -3,7 +3,7 @@
 #include "TestLink.h"
 #include "links/StoreAddress.h"
 #include "support/FakeVersion.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/Probe.h"
 #include <gtest/gtest.h>
 #include <cstdio>
@@ -244,7 +244,7 @@ TEST(Url, LeavesNothingBehind)
     RegistryWorld world;
     world.Set(HKEY_LOCAL_MACHINE, StoreKey, "Tag", REG_BINARY, std::string(300, 'L'));
     world.SetText(HKEY_LOCAL_MACHINE, StoreKey, "Only", "Yes");
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [](int)
         {
             TestLink link;

@@ -1,6 +1,6 @@
 // The user's locale as the suite's language, read from a registry of the test's own.
 #include "locale/CountryLanguage.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/RedirectedRoot.h"
 #include <gtest/gtest.h>
 #include <set>
@@ -110,7 +110,7 @@ TEST_F(CountryLanguage, FallsBackToFrench)
 TEST_F(CountryLanguage, LeavesNothingOpen)
 {
     Set("00000411");
-    ExpectNothingLeftBy([](int) { Ask(); });
+    ExpectNothingLeftBehind([](int) { Ask(); });
 }
 
 TEST(DecimalLangID, ConvertsWithinElevenBytes)

@@ -5,7 +5,7 @@
 #include "locale/SelectCountryResources.h"
 #include "support/FakeVersion.h"
 #include "support/MessageBoxes.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
 #include <gmock/gmock.h>
@@ -364,7 +364,7 @@ TEST_F(TelephoneList, LeavesNothingOpen)
     WriteNumber("00000407", "1");
     Combo combo;
     combo.box.AddString(LongestItem);
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [&](int round)
         {
             Telephones telephones;

@@ -1,7 +1,7 @@
 // Look-ups: where a value comes from, what the trace says of it, and what is left behind.
 #include "ConfigurationLog.h"
 #include "settings/TvkProduct.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
@@ -364,7 +364,7 @@ TEST(TvkProductTest, LeavesNothingBehind)
                                 {"IDO_DEFAULT_COLORCART", 1ul}});
     const TestLibrary brand("brand.dll", {{"IDO_BRAND", "x"}, {"IDO_BRAND_OVERRIDE", 1ul}, {"IDO_CONFIG_DLL", ""}});
     TraceWorld trace(4);
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [](int)
         {
             TvkProduct product;

@@ -1,6 +1,6 @@
 // Plain keys: every operation on the real registry, its failures, and who closes what.
 #include "RegistrySupport.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/Watch.h"
 #include "system/internal/Handle.h"
 
@@ -156,7 +156,7 @@ TEST_F(CRegistryTest, OpeningAnUnmappedKeyIsOneCall)
 
 TEST_F(CRegistryTest, LeavesNothingOpen)
 {
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [](int)
         {
             CRegistry key;

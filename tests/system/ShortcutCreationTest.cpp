@@ -3,7 +3,7 @@
 #include "system/ShortcutCreation.h"
 #include "support/FakeVersion.h"
 #include "support/IatPatch.h"
-#include "support/OpenHandles.h"
+#include "support/NothingLeft.h"
 #include "support/RegistryWorld.h"
 #include "support/TestProduct.h"
 #include <shlobj.h>
@@ -307,7 +307,7 @@ TEST_F(Shortcuts, LieBelowOneBackslashAndWithinTheBuffer)
 
 TEST_F(Shortcuts, LeaveNothingOpen)
 {
-    ExpectNothingLeftBy(
+    ExpectNothingLeftBehind(
         [this](int i)
         {
             if (i < 10 || i % 8 == 0) // the shell takes its time

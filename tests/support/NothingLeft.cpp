@@ -1,7 +1,7 @@
-#include "GdiObjects.h"
-#include "OpenHandles.h"
+#include "NothingLeft.h"
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <psapi.h>
 
 namespace
 {
@@ -14,6 +14,14 @@ int CountWindows()
         count += GetWindowThreadProcessId(reinterpret_cast<HWND>(handle), nullptr) == GetCurrentThreadId();
     return count;
 }
+
+std::size_t LoadedModules()
+{
+    HMODULE modules[256];
+    DWORD size = 0;
+    EnumProcessModules(GetCurrentProcess(), modules, sizeof modules, &size);
+    return size / sizeof modules[0];
+}
 } // namespace
 
 int CountGdiObjects()
@@ -21,6 +29,15 @@ int CountGdiObjects()
     int count = 0;
     for (UINT_PTR handle = 1; handle <= LastHandle; ++handle)
         count += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
+    return count;
+}
+
+std::size_t OpenHandles()
+{
+    std::size_t count = 0;
+    DWORD flags = 0;
+    for (ULONG_PTR handle = 4; handle < 0x1000; handle += 4) // the lowest free one is handed out next
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != 0;
     return count;
 }
 
@@ -46,4 +63,9 @@ void ExpectNothingLeftBehind(int rounds, const std::function<void(int)>& round, 
     EXPECT_LE(CountWindows(), windows);
     EXPECT_LE(OpenHandles(), handles);
     EXPECT_LE(LoadedModules(), modules);
+}
+
+void ExpectNothingLeftBehind(const std::function<void(int)>& round)
+{
+    ExpectNothingLeftBehind(1000, round);
 }
