@@ -7,6 +7,7 @@
 #include "settings/TvkProduct.h"
 #include "settings/internal/JoinedText.h"
 #include "system/internal/Handle.h"
+#include "system/internal/RegistryValue.h"
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -76,28 +77,8 @@ void CSpy::GetSpySetting()
     // All access, though reading is all that happens: who may not write to the key gets no tracing.
     if (m_Registry.Open(HKEY_LOCAL_MACHINE, "SOFTWARE\\TORVANE", 0, KEY_ALL_ACCESS))
     {
-        try
-        {
-            DWORD value = 0;
-            unsigned long size = sizeof value;
-            unsigned long type = REG_DWORD;
-            m_Registry.Read(reinterpret_cast<unsigned char*>(&value), &size, &type, "GUILOG");
-            // Whatever its type says; but a shorter value has no four bytes to read.
-            if (size == sizeof value)
-                guilog = value;
-        }
-        catch (CRegistryException* exception)
-        {
-            exception->Delete();
-        }
-        try
-        {
-            m_Registry.Close();
-        }
-        catch (CRegistryException* exception)
-        {
-            exception->Delete();
-        }
+        tvk::ReadNumber(m_Registry, "GUILOG", guilog);
+        m_Registry.Close();
     }
     const auto found = std::find_if(SwitchValues.begin(), SwitchValues.end(),
                                     [guilog](const Sinks& row) { return row.guilog == guilog; });

@@ -189,8 +189,8 @@ void TvkProduct::LoadSettingsDLL()
     if (m_hSettingsDLL)
         return;
 
-    const CString path = tvk::LoadedModuleDirectory(GetProductPrefix() + "util.dll") + m_strCurrentDLL;
-    m_hSettingsDLL = LoadLibraryA(path);
+    const CString directory = tvk::LoadedModuleDirectory(GetProductPrefix() + "util.dll");
+    m_hSettingsDLL = tvk::LoadLibraryFrom(directory, m_strCurrentDLL);
     if (m_hSettingsDLL)
     {
         RememberLoadedDLL();
@@ -199,7 +199,7 @@ void TvkProduct::LoadSettingsDLL()
     const unsigned long error = ::GetLastError();
     CSpy spy;
     spy.OutputData("ERROR! LoadLibrary failed");
-    spy.OutputData(path);
+    spy.OutputData(directory + m_strCurrentDLL);
     spy.OutputData("GetLastError:");
     spy.OutputData(error);
 }
