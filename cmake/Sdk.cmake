@@ -1,8 +1,6 @@
 # What `cmake --install` lays out: an SDK for hosts.
 include(CMakePackageConfigHelpers)
 set(_package lib/cmake/TorvaneUtilities)
-set_target_properties(util PROPERTIES EXPORT_NAME util)
-set_target_properties(framework PROPERTIES EXPORT_NAME framework)
 install(TARGETS util framework EXPORT TorvaneUtilitiesTargets RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
 install(FILES ${UTIL_RUNTIME_DLLS} DESTINATION bin)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/framework/include/ DESTINATION include/framework FILES_MATCHING PATTERN "*.h")
