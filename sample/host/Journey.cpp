@@ -1,4 +1,5 @@
 #include "Journey.h"
+#include "../install/InstalledFiles.h"
 #include "JobStatusWindow.h"
 #include "LinkAddress.h"
 #include "Links.h"
@@ -17,14 +18,6 @@ constexpr UINT SettleMilliseconds = 600;
 constexpr int WaitTicks = 20;
 constexpr char Arrow[] = "---->";
 
-std::string ProgramFolder()
-{
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, MAX_PATH);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1);
-}
-
 /// The lines of a file that have something in them; none when it is not there.
 std::vector<std::string> LinesOf(const std::string& path)
 {
@@ -38,16 +31,6 @@ std::vector<std::string> LinesOf(const std::string& path)
             lines.push_back(line);
     }
     return lines;
-}
-
-/// Where the sample product's usage recorder keeps its records: below all that it has ever been given.
-std::string UsageFile()
-{
-    char system[MAX_PATH] = "";
-    GetSystemDirectoryA(system, MAX_PATH);
-    CString path;
-    TvkProduct().GetSetting("IDO_WINNTPATH", path);
-    return std::string(system) + static_cast<LPCSTR>(path) + "3\\usage.txt";
 }
 
 /// The command line that the supplies link must give to the browser.
@@ -154,15 +137,16 @@ void PrintJourney(const std::vector<std::string>& records)
 
 bool ReportJourney(const INKINFO& report)
 {
-    const std::string browser = ProgramFolder() + "recordingbrowser.exe";
-    const std::string record = ProgramFolder() + "recordingbrowser.txt";
+    const std::string folder(ProgramFolder()), browser = folder + "recordingbrowser.exe";
+    const std::string record = folder + "recordingbrowser.txt";
     DeleteFileA(record.c_str());
     if (!RegisterBrowser(browser))
     {
         std::printf("The recording browser could not be registered.\n");
         return false;
     }
-    const std::string usageFile = UsageFile(), expected = ExpectedCommand(browser, report);
+    // The usage recorder keeps its records below all that it has ever been given.
+    const std::string usageFile(DriverFolder() + "usage.txt"), expected = ExpectedCommand(browser, report);
     const size_t olderUsage = LinesOf(usageFile).size();
     std::vector<std::string> records;
     {

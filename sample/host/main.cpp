@@ -15,6 +15,7 @@
 #include "Tour.h"
 #include "TraceLog.h"
 #include "../install/ProgramEntry.h"
+#include "../install/Step.h"
 #include <afxwin.h>
 #include "settings/TvkProduct.h"
 #include <cstdio>
@@ -107,8 +108,13 @@ int PrintAddress(const char* kind, int fieldCount, char** fields)
 
 int Tour(const char* folder, const char* layout)
 {
-    const int pictures = TakeTour(folder, std::strcmp(layout, "rtl") == 0);
-    if (pictures < 0)
+    const bool rightToLeft = std::strcmp(layout, "rtl") == 0;
+    if (!rightToLeft && std::strcmp(layout, "ltr") != 0)
+    {
+        std::printf("no layout %s; the layouts are: ltr rtl\n", layout);
+        return 2;
+    }
+    if (TakeTour(folder, rightToLeft) < 0)
     {
         std::printf("the pictures could not be saved in %s\n", folder);
         return 1;
@@ -116,11 +122,34 @@ int Tour(const char* folder, const char* layout)
     return 0;
 }
 
-int Usage()
+struct Command
 {
-    std::printf("demohost report [PRINTER] | window [FIELD=NUMBER...] |\n"
-                "         link KIND [FIELD=NUMBER...] | journey | tour FOLDER ltr|rtl\n");
-    return 2;
+    const char* name;
+    int fewest, most; // arguments
+    int (*run)(int count, char** arguments);
+};
+
+constexpr int AnyNumber = 1000;
+constexpr Command Commands[] = {
+    {"report", 0, 1, [](int count, char** arguments) { return Report(count ? CString(arguments[0]) : PrinterName()); }},
+    {"window", 0, AnyNumber, [](int count, char** arguments) { return ShowWindow(count, arguments); }},
+    {"link", 1, AnyNumber,
+     [](int count, char** arguments) { return PrintAddress(arguments[0], count - 1, arguments + 1); }},
+    {"journey", 0, 0, [](int, char**) { return ReportJourney(LastInkReport(PrinterName())) ? 0 : 1; }},
+    {"tour", 2, 2, [](int, char** arguments) { return Tour(arguments[0], arguments[1]); }},
+};
+
+int Run(const Command& command, int count, char** arguments)
+{
+    try
+    {
+        return command.run(count, arguments);
+    }
+    catch (const StepFailure& failure)
+    {
+        std::printf("%s\n", failure.what());
+        return 1;
+    }
 }
 
 CWinApp Application;
@@ -130,16 +159,12 @@ int main(int argc, char** argv)
 {
     if (!AfxWinInit(GetModuleHandleA(nullptr), nullptr, GetCommandLineA(), SW_SHOW))
         return 1;
-    const char* const command = argc > 1 ? argv[1] : "report";
-    if (std::strcmp(command, "report") == 0)
-        return Report(argc > 2 ? CString(argv[2]) : PrinterName());
-    if (std::strcmp(command, "window") == 0)
-        return ShowWindow(argc - 2, argv + 2);
-    if (std::strcmp(command, "link") == 0 && argc > 2)
-        return PrintAddress(argv[2], argc - 3, argv + 3);
-    if (std::strcmp(command, "journey") == 0)
-        return ReportJourney(LastInkReport(PrinterName())) ? 0 : 1;
-    if (std::strcmp(command, "tour") == 0 && argc == 4)
-        return Tour(argv[2], argv[3]);
-    return Usage();
+    const char* const name = argc > 1 ? argv[1] : "report";
+    const int count = argc > 2 ? argc - 2 : 0;
+    for (const Command& command : Commands)
+        if (std::strcmp(command.name, name) == 0 && count >= command.fewest && count <= command.most)
+            return Run(command, count, argv + 2);
+    std::printf("demohost report [PRINTER] | window [FIELD=NUMBER...] |\n"
+                "         link KIND [FIELD=NUMBER...] | journey | tour FOLDER ltr|rtl\n");
+    return 2;
 }

@@ -55,7 +55,7 @@ CString NameOf(const CString& file)
 }
 
 /// The spooler copies a driver's files from here to the folder of their version below it.
-CString DriverFolder()
+CString SpoolerFolder()
 {
     char folder[MAX_PATH] = "";
     DWORD size = 0;
@@ -67,7 +67,7 @@ CString DriverFolder()
 
 void AddDriver(const PrinterDriver& driver)
 {
-    const CString description = DriverFolder() + NameOf(driver.description);
+    const CString description = SpoolerFolder() + NameOf(driver.description);
     if (!CopyFileA(driver.description, description, FALSE))
         throw StepFailure("cannot copy to " + std::string(description), GetLastError());
     DRIVER_INFO_3A info = {};
@@ -114,6 +114,6 @@ void RemovePrinter(const CString& printer, const PrinterDriver& driver)
     // The spooler keeps the files of a driver that it removes; it keeps the driver while another printer uses it.
     if (!DeletePrinterDriverA(nullptr, Text(Environment), Text(driver.name)))
         return;
-    DeleteCopy(DriverFolder() + NameOf(driver.description));
-    DeleteCopy(DriverFolder() + "3\\" + NameOf(driver.description));
+    DeleteCopy(SpoolerFolder() + NameOf(driver.description));
+    DeleteCopy(SpoolerFolder() + "3\\" + NameOf(driver.description));
 }

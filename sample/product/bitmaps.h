@@ -26,14 +26,6 @@
 #define IDB_OPTIONS_HOVER 9032
 #define IDB_OPTIONS_PRESSED 9033
 #define IDB_OPTIONS_DISABLED 9034
-#define IDB_PREVIOUS_NORMAL 9041 // 28 x 28, round, with an arrow
-#define IDB_PREVIOUS_HOVER 9042
-#define IDB_PREVIOUS_PRESSED 9043
-#define IDB_PREVIOUS_DISABLED 9044
-#define IDB_NEXT_NORMAL 9051 // 28 x 28
-#define IDB_NEXT_HOVER 9052
-#define IDB_NEXT_PRESSED 9053
-#define IDB_NEXT_DISABLED 9054
 
 // The ink tanks, 48 x 104: a series from the empty to the full tank for each kind of ink. The numbers are the tank
 // control's own (ink/CGUIInkTank.h).

@@ -58,21 +58,12 @@ def options_face(look):
     return picture, shape
 
 
-def arrow_face(look, direction):
-    picture, shape = _face(28, 28, 14, look)
-    tip, back = 14 + 3.2 * direction, 14 - 2.6 * direction
-    picture.fill(line(2.8, (back, 8.4), (tip, 14), (back, 19.6)), look[3])
-    return picture, shape
-
-
 BUTTONS = (
     # name, looks, drawing
     ("ACTION", ACTION, caption_face),
     ("PLAIN", PLAIN, caption_face),
     ("SUPPLIES", ACTION, supplies_face),
     ("OPTIONS", PLAIN, options_face),
-    ("PREVIOUS", PLAIN, lambda look: arrow_face(look, -1)),
-    ("NEXT", PLAIN, lambda look: arrow_face(look, 1)),
 )
 
 
