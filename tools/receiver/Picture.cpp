@@ -73,7 +73,8 @@ std::optional<Picture> Picture::FromMessage(const COPYDATASTRUCT& message)
         return std::nullopt;
     // Lines are padded to two bytes, whatever padding the sender's own bitmap has.
     const std::size_t lineBytes = (static_cast<std::size_t>(bitmap.bmWidth) * bitmap.bmBitsPixel + 15) / 16 * 2;
-    if (lineBytes * bitmap.bmHeight > header.pixelBytes)
+    const std::size_t size = static_cast<std::size_t>(bitmap.bmWidth) * bitmap.bmHeight;
+    if (lineBytes * bitmap.bmHeight > header.pixelBytes || size > LargestSize)
         return std::nullopt;
 
     Picture picture;
@@ -84,7 +85,7 @@ std::optional<Picture> Picture::FromMessage(const COPYDATASTRUCT& message)
     picture.width = bitmap.bmWidth;
     picture.height = bitmap.bmHeight;
     picture.bitsPerPixel = bitmap.bmBitsPixel;
-    picture.pixels.reserve(static_cast<std::size_t>(picture.width) * picture.height);
+    picture.pixels.reserve(size);
     for (int y = 0; y < picture.height; ++y)
     {
         const auto* const line = reinterpret_cast<const unsigned char*>(data + header.pixelOffset + y * lineBytes);

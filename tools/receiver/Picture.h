@@ -2,6 +2,7 @@
 #pragma once
 
 #include <windows.h>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,6 +10,8 @@
 
 struct Picture
 {
+    static constexpr std::size_t LargestSize = 64u << 20; ///< in pixels: 256 MB
+
     unsigned long number = 0; ///< in the sending process
     int type = 0;
     std::string label;
@@ -19,7 +22,8 @@ struct Picture
     std::vector<std::uint32_t> pixels; ///< 0x00RRGGBB, top line first
 
     /// Reads a picture message (diag/TracePicture.h). Its data come from another process: nothing in them is trusted.
-    /// Nothing for a message that is none, or whose parts do not lie within it.
+    /// Nothing for a message that is none, or whose parts do not lie within it, and for a picture of more than
+    /// `LargestSize`.
     static std::optional<Picture> FromMessage(const COPYDATASTRUCT& message);
 
     /// The description of `pixels` for StretchDIBits.

@@ -113,8 +113,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t KeptPixels = 64u << 20; // 256 MB: older pictures make room for newer ones
-
     static constexpr int CommentColumn = 3;
 
     HWND Item(int id) const { return GetDlgItem(m_dialog, id); }
@@ -218,7 +216,8 @@ private:
         const bool follow = Selected() == static_cast<int>(m_pictures.size()) - 1;
         m_kept += picture.pixels.size();
         m_pictures.push_back(std::move(picture));
-        while (m_kept > KeptPixels && m_pictures.size() > 1)
+        // Older pictures make room for newer ones.
+        while (m_kept > Picture::LargestSize && m_pictures.size() > 1)
         {
             m_kept -= m_pictures.front().pixels.size();
             m_pictures.pop_front();
