@@ -103,23 +103,11 @@ protected:
         AfxSetResourceHandle(m_formerModule);
     }
 
-    static void Pump()
-    {
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);)
-            if (!IsDialogMessageA(GetActiveWindow(), &message))
-            {
-                TranslateMessage(&message);
-                DispatchMessageA(&message);
-            }
-    }
-    /// Handles messages until the condition holds, for three seconds at the most. Input and screen are not immediate.
+    static void Pump() { PumpMessages(0, GetActiveWindow()); }
     template <class F>
     static bool Until(F condition)
     {
-        for (int tries = 0; Pump(), !condition(); ++tries, Sleep(10))
-            if (tries == 300)
-                return false;
-        return true;
+        return ::Until(condition, GetActiveWindow());
     }
 
     /// The face that DrawButton shows now: a letter; its holes show the surface, or the host's paper

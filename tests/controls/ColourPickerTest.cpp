@@ -437,8 +437,7 @@ TEST(ColourPickerTest, ToolTipsNameTheColours)
     CPoint screen = CellRect(popup, 9).CenterPoint();
     ClientToScreen(popup, &screen);
     SetCursorPos(screen.x, screen.y);
-    PumpMessages(1500);
-    EXPECT_TRUE(IsWindowVisible(tips));
+    EXPECT_TRUE(Until([tips] { return IsWindowVisible(tips); }));
 }
 
 TEST(ColourPickerTest, WorksByRealInput)
@@ -453,26 +452,32 @@ TEST(ColourPickerTest, WorksByRealInput)
             SetCursorPos(point.x, point.y);
             mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
             mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-            PumpMessages(100);
         };
         const auto press = [](BYTE key)
         {
             keybd_event(key, 0, 0, 0);
             keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
-            PumpMessages(100);
+            PumpMessages(20);
         };
+        const auto isOpen = [] { return ::GetCapture() != nullptr; };
+        const auto isChosen = [&host](int cell)
+        { return [&host, cell] { return host.picker.GetColour() == Cells[cell].Colour(); }; };
         click(host.picker, {10, 10});
-        ASSERT_TRUE(::GetCapture());
+        ASSERT_TRUE(Until(isOpen));
         click(::GetCapture(), CellRect(::GetCapture(), 26).CenterPoint());
-        EXPECT_EQ(host.picker.GetColour(), Cells[26].Colour());
-        EXPECT_EQ(::GetFocus(), host.picker.m_hWnd) << "the keyboard goes back to the button";
-        for (const int key : {VK_SPACE, VK_DOWN, exStyle ? VK_LEFT : VK_RIGHT, VK_RETURN})
-            press(static_cast<BYTE>(key));
-        EXPECT_EQ(host.picker.GetColour(), Cells[35].Colour());
+        EXPECT_TRUE(Until(isChosen(26)));
+        EXPECT_TRUE(Until([&host] { return ::GetFocus() == host.picker.m_hWnd; }))
+            << "the keyboard goes back to the button";
         press(VK_SPACE);
+        ASSERT_TRUE(Until(isOpen));
+        for (const int key : {VK_DOWN, exStyle ? VK_LEFT : VK_RIGHT, VK_RETURN})
+            press(static_cast<BYTE>(key));
+        EXPECT_TRUE(Until(isChosen(35)));
+        press(VK_SPACE);
+        ASSERT_TRUE(Until(isOpen));
         click(host, {5, 5});
+        EXPECT_TRUE(Until([&] { return !isOpen(); }));
         EXPECT_EQ(host.heard.back(), Cancelled(Cells[35].Colour()));
-        EXPECT_FALSE(::GetCapture());
     }
 }
 

@@ -2,11 +2,13 @@
 #include "diag/CSpy.h"
 #include "support/IatPatch.h"
 #include "support/Probe.h"
+#include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <gtest/gtest.h>
-#include <atomic>
+#include <array>
 #include <map>
 #include <thread>
+#include <vector>
 
 namespace
 {
@@ -95,31 +97,26 @@ TEST(TraceConcurrency, AStoppedProcessDoesNotFreezeTheOthers)
     CloseHandle(reached);
 }
 
-TEST(TraceConcurrency, ReadersAndForeignWritersAreLeftAlone)
+TEST(TraceConcurrency, TheLockLiesWhereNobodyReadsOrWrites)
 {
+    using Calls = std::vector<std::array<ULONGLONG, 2>>; // place and length
+    static Calls locked, unlocked;
     const TraceWorld world;
-    std::atomic<bool> done = false;
-    std::thread writer(
-        [&done]
-        {
-            CSpy spy;
-            for (int i = 0; i < 2000; ++i)
-                spy.OutputData("record");
-            done = true;
-        });
-    const HANDLE file = CreateFileA(TraceWorld::LogPath().c_str(), GENERIC_READ | FILE_APPEND_DATA,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    int failures = 0;
-    while (!done)
-    {
-        char buffer[512];
-        DWORD count = 0;
-        SetFilePointer(file, 0, nullptr, FILE_BEGIN);
-        failures += !ReadFile(file, buffer, sizeof buffer, &count, nullptr);
-        failures += !WriteFile(file, "", 0, &count, nullptr);
-    }
-    writer.join();
-    CloseHandle(file);
-    EXPECT_EQ(failures, 0);
+    const auto wide = [](DWORD low, DWORD high) { return ULONGLONG{high} << 32 | low; };
+    static const auto note = [wide](Calls& calls, DWORD low, DWORD high, const OVERLAPPED* place) {
+        calls.push_back({wide(place->Offset, place->OffsetHigh), wide(low, high)});
+    };
+    const IatPatch lock(
+        LibraryUnderTest(), "LockFileEx",
+        +[](HANDLE, DWORD, DWORD, DWORD low, DWORD high, OVERLAPPED* place) -> BOOL
+        { return note(locked, low, high, place), TRUE; });
+    const IatPatch unlock(
+        LibraryUnderTest(), "UnlockFileEx",
+        +[](HANDLE, DWORD, DWORD low, DWORD high, OVERLAPPED* place) -> BOOL
+        { return note(unlocked, low, high, place), TRUE; });
+    CSpy().OutputData("record");
+    ASSERT_EQ(locked.size(), 1u);
+    EXPECT_GT(locked[0][0], ULONGLONG{1} << 62) << "no log grows there";
+    EXPECT_EQ(locked[0][1], 1u);
+    EXPECT_EQ(unlocked, locked);
 }

@@ -27,9 +27,9 @@ TEST(Ordering, StartsTheProgramWithItsArgumentsAndLeavesNoHandleBehind)
     constexpr char Folder[] = "spool\\drivers\\x64\\3\\";
     const std::string program = "inktest" + std::to_string(GetCurrentProcessId()) + ".exe";
     const RecordingProgram recorder(SystemFolder() + Folder + program);
-    size_t handles = 0;
-    for (const Order& order : orders)
+    const auto launch = [&](int round)
     {
+        const Order& order = orders[round];
         const TestProduct product({{"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", Folder},
                                    {"IDO_PSWX_NT", program.c_str()},
                                    {"IDO_ORDERSUPPLIES_EXECUTABLENAME_ARGUMENTS", "/order \"a page\""},
@@ -41,8 +41,6 @@ TEST(Ordering, StartsTheProgramWithItsArgumentsAndLeavesNoHandleBehind)
         const ProgramStart start = recorder.Recorded([&] { (display.*order.launch)(); });
         EXPECT_EQ(start.commandLine, recorder.Path() + order.arguments);
         EXPECT_EQ(start.process, "priority 20, no console");
-        if (&order == orders)
-            handles = OpenHandles();
-    }
-    EXPECT_EQ(OpenHandles(), handles);
+    };
+    ExpectNothingLeftBehind(static_cast<int>(std::size(orders)), launch, 1);
 }

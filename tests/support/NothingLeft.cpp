@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 #include <psapi.h>
+#include <cstddef>
 
 namespace
 {
@@ -12,6 +13,16 @@ int CountWindows()
     int count = 0;
     for (UINT_PTR handle = 1; handle <= LastHandle; ++handle)
         count += GetWindowThreadProcessId(reinterpret_cast<HWND>(handle), nullptr) == GetCurrentThreadId();
+    return count;
+}
+
+/// The system's own count is not to be had everywhere.
+std::size_t OpenHandles()
+{
+    std::size_t count = 0;
+    DWORD flags = 0;
+    for (ULONG_PTR handle = 4; handle < 0x1000; handle += 4) // the lowest free one is handed out next
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != 0;
     return count;
 }
 
@@ -29,15 +40,6 @@ int CountGdiObjects()
     int count = 0;
     for (UINT_PTR handle = 1; handle <= LastHandle; ++handle)
         count += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
-    return count;
-}
-
-std::size_t OpenHandles()
-{
-    std::size_t count = 0;
-    DWORD flags = 0;
-    for (ULONG_PTR handle = 4; handle < 0x1000; handle += 4) // the lowest free one is handed out next
-        count += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != 0;
     return count;
 }
 

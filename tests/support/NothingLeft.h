@@ -1,13 +1,10 @@
-// Leaks show in numbers. The system's own counts are not to be had everywhere, so they are counted here.
+// Leaks show in numbers, counted here: the system's own counts are not to be had everywhere.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 
 /// How many drawing objects of all kinds this process has, stock objects included.
 int CountGdiObjects();
-/// How many kernel handles this process has open.
-std::size_t OpenHandles();
 
 /// Calls `round` with 0, 1, 2, ...: after the last round there must be no more drawing objects, windows of this thread,
 /// kernel handles and modules than there were after the first `settled` ones.
