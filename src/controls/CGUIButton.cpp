@@ -5,12 +5,12 @@
 
 namespace
 {
-constexpr COLORREF kGreen = 0x00FF00;
-constexpr DWORD kOwnerDraw = BS_OWNERDRAW;
-constexpr DWORD kVisibleOwnerDrawnChild = 0x5000008B;
-static_assert(kOwnerDraw == 0x0B);
+constexpr COLORREF Green = 0x00FF00;
+constexpr DWORD OwnerDraw = BS_OWNERDRAW;
+constexpr DWORD VisibleOwnerDrawnChild = 0x5000008B;
+static_assert(OwnerDraw == 0x0B);
 /// A dialog's border and caption.
-constexpr POINT kFrameOffset = {-3, -22};
+constexpr POINT FrameOffset = {-3, -22};
 } // namespace
 
 HCURSOR CGUIButton::g_hLinkCursor = nullptr;
@@ -56,7 +56,7 @@ int CGUIButton::Initialize(UINT nNormal, UINT nHover, UINT nPressed, COLORREF cr
     m_crText = crText;
     PlaceStretched();
     // The caller's key is for the normal face only; hover and pressed pictures are always keyed with green.
-    return LoadFaces(nullptr, {nNormal, crKey}, {nHover, kGreen}, {nPressed, kGreen}, true);
+    return LoadFaces(nullptr, {nNormal, crKey}, {nHover, Green}, {nPressed, Green}, true);
 }
 
 int CGUIButton::Initialize(HINSTANCE hInst, UINT nNormal, UINT nPressed, COLORREF crKey, COLORREF crText)
@@ -64,7 +64,7 @@ int CGUIButton::Initialize(HINSTANCE hInst, UINT nNormal, UINT nPressed, COLORRE
     m_crKey = crKey; // noted, not used: both pictures are keyed with green
     m_crText = crText;
     PlaceStretched();
-    return LoadFaces(hInst, {nNormal, kGreen}, {}, {nPressed, kGreen}, true);
+    return LoadFaces(hInst, {nNormal, Green}, {}, {nPressed, Green}, true);
 }
 
 int CGUIButton::Initialize(UINT nNormal, UINT nPressed, COLORREF crKey, COLORREF crText)
@@ -75,7 +75,7 @@ int CGUIButton::Initialize(UINT nNormal, UINT nPressed, COLORREF crKey, COLORREF
 int CGUIButton::InitializeNoStretch(UINT nID, COLORREF crKey)
 {
     m_crKey = crKey;
-    ModifyStyle(0, kOwnerDraw);
+    ModifyStyle(0, OwnerDraw);
     m_rcText = m_rcButton;
     return LoadFaces(nullptr, {nID, crKey}, {}, {}, false);
 }
@@ -84,10 +84,10 @@ int CGUIButton::InitializeNoStretch(UINT nNormal, UINT nHover, UINT nPressed, CO
 {
     m_crKey = crKey;
     m_crText = crText;
-    ModifyStyle(0, kVisibleOwnerDrawnChild);
+    ModifyStyle(0, VisibleOwnerDrawnChild);
     // Not converted into the parent's coordinates: the fixed offset stands for the dialog's frame.
     GetWindowRect(&m_rcButton);
-    m_rcButton.OffsetRect(kFrameOffset);
+    m_rcButton.OffsetRect(FrameOffset);
     m_rcText = m_rcButton;
     return LoadFaces(nullptr, {nNormal, crKey}, {nHover, crKey}, {nPressed, crKey}, false);
 }
@@ -103,7 +103,7 @@ int CGUIButton::SetDisabledBitmap(UINT nID, COLORREF crKey)
 
 void CGUIButton::PlaceStretched()
 {
-    ModifyStyle(0, kOwnerDraw);
+    ModifyStyle(0, OwnerDraw);
     m_bInitialized = 1;
     m_rcButton = tvk::RectInParent(m_hWnd);
     m_rcText = m_rcButton;

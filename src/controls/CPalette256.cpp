@@ -6,31 +6,31 @@
 
 namespace
 {
-constexpr std::size_t kColours = 256;
-constexpr WORD kPaletteVersion = 0x300;
+constexpr std::size_t Colours = 256;
+constexpr WORD PaletteVersion = 0x300;
 
 /// LOGPALETTE with room for all its entries.
 struct PaletteDefinition
 {
     WORD version;
     WORD count;
-    std::array<PALETTEENTRY, kColours> entries;
+    std::array<PALETTEENTRY, Colours> entries;
 };
 static_assert(offsetof(PaletteDefinition, entries) == offsetof(LOGPALETTE, palPalEntry));
 
 /// Six steps of red, green and blue each, then greys for what is left.
-constexpr std::array<PALETTEENTRY, kColours> EvenSpread()
+constexpr std::array<PALETTEENTRY, Colours> EvenSpread()
 {
     constexpr std::size_t steps = 6;
     constexpr std::size_t cube = steps * steps * steps;
-    std::array<PALETTEENTRY, kColours> entries = {};
+    std::array<PALETTEENTRY, Colours> entries = {};
     const auto level = [](std::size_t step, std::size_t last) { return static_cast<BYTE>(step * 255 / last); };
     for (std::size_t i = 0; i < cube; ++i)
         entries[i] = {level(i / (steps * steps), steps - 1), level(i / steps % steps, steps - 1),
                       level(i % steps, steps - 1), 0};
-    for (std::size_t i = cube; i < kColours; ++i)
+    for (std::size_t i = cube; i < Colours; ++i)
     {
-        const BYTE grey = level(i - cube + 1, kColours - cube + 1);
+        const BYTE grey = level(i - cube + 1, Colours - cube + 1);
         entries[i] = {grey, grey, grey, 0};
     }
     return entries;
@@ -38,7 +38,7 @@ constexpr std::array<PALETTEENTRY, kColours> EvenSpread()
 
 /// Puts the colour table of a bitmap resource over the first entries; leaves them alone when there is none. The
 /// resource is trusted no further than its own size.
-void CopyColourTable(HINSTANCE module, UINT id, std::array<PALETTEENTRY, kColours>& entries)
+void CopyColourTable(HINSTANCE module, UINT id, std::array<PALETTEENTRY, Colours>& entries)
 {
     const HRSRC found = ::FindResourceA(module, MAKEINTRESOURCEA(id), reinterpret_cast<LPCSTR>(RT_BITMAP));
     const HGLOBAL loaded = found ? ::LoadResource(module, found) : nullptr;
@@ -70,8 +70,8 @@ CPalette256::~CPalette256() = default;
 
 BOOL CPalette256::CreatePalette256(UINT nResourceID)
 {
-    static constexpr std::array<PALETTEENTRY, kColours> spread = EvenSpread();
-    PaletteDefinition definition = {kPaletteVersion, kColours, spread};
+    static constexpr std::array<PALETTEENTRY, Colours> spread = EvenSpread();
+    PaletteDefinition definition = {PaletteVersion, Colours, spread};
     CopyColourTable(AfxGetResourceHandle(), nResourceID, definition.entries);
     DeleteObject();
     return CreatePalette(reinterpret_cast<LOGPALETTE*>(&definition));

@@ -12,7 +12,7 @@ using tvk::SelectGuard;
 namespace
 {
 /// Blue, green and red of a pixel in memory; the fourth byte is no colour.
-constexpr DWORD kColourBytes = 0x00FFFFFF;
+constexpr DWORD ColourBytes = 0x00FFFFFF;
 
 void Delete(HGDIOBJ object)
 {
@@ -236,7 +236,7 @@ HRGN CTransparentBmp::BitmapToRegion(HBITMAP hBmp, COLORREF crTransparent, CRect
         return nullptr;
     // A pixel's bytes lie in memory as blue, green, red; a key's as red, green, blue. Comparing them as they lie is
     // intended: callers pass keys with red and blue exchanged.
-    const DWORD key = crTransparent & kColourBytes;
+    const DWORD key = crTransparent & ColourBytes;
     const int width = picture.Width();
     for (int y = 0; y < picture.Height(); ++y)
     {
@@ -244,7 +244,7 @@ HRGN CTransparentBmp::BitmapToRegion(HBITMAP hBmp, COLORREF crTransparent, CRect
         for (int x = 0; x < width; ++x)
         {
             const int start = x;
-            while (x < width && (row[x] & kColourBytes) != key)
+            while (x < width && (row[x] & ColourBytes) != key)
                 ++x;
             if (x > start && !region.AddRun(start, x, y))
                 return nullptr;

@@ -8,17 +8,17 @@
 
 namespace
 {
-constexpr char SETTINGS_NT_PRINTERS[] = "SYSTEM\\CurrentControlSet\\Control\\Print\\Printers\\";
-constexpr char SETTINGS_9X_PRINTERS[] = "System\\CurrentControlSet\\control\\Print\\Printers\\"; // as stored there
-constexpr char PRINTER_DRIVER_DATA[] = "\\PrinterDriverData";
-constexpr char USER_PRINTERS[] = "Printers\\";
-constexpr char GUI_SUBKEY[] = "\\GUI\\";
-constexpr char SETTINGS_FOLDER[] = "\\IJPrtSettings\\";
-constexpr char ORIGINAL_NAME_VALUE[] = "OriginalFriendlyName";
-constexpr DWORD ORIGINAL_NAME_SIZE = 256;
+constexpr char SystemPrinters[] = "SYSTEM\\CurrentControlSet\\Control\\Print\\Printers\\";
+constexpr char SystemPrinters9x[] = "System\\CurrentControlSet\\control\\Print\\Printers\\"; // as stored there
+constexpr char PrinterDriverData[] = "\\PrinterDriverData";
+constexpr char UserPrinters[] = "Printers\\";
+constexpr char GuiSubkey[] = "\\GUI\\";
+constexpr char SettingsFolder[] = "\\IJPrtSettings\\";
+constexpr char OriginalNameValue[] = "OriginalFriendlyName";
+constexpr DWORD OriginalNameSize = 256;
 
-constexpr int MODE_PRINTER = 1;
-constexpr int MODE_PRODUCT = 2;
+constexpr int PrinterMode = 1;
+constexpr int ProductMode = 2;
 
 /// One group of the access list.
 struct Group
@@ -31,7 +31,7 @@ struct Group
 };
 
 // Guests and Everyone get full access like the rest: whoever runs the suite, under whatever account, saves settings.
-constexpr std::array<Group, 6> GROUPS = {{
+constexpr std::array<Group, 6> Groups = {{
     {"Everyone", {SECURITY_WORLD_SID_AUTHORITY}, 1, {SECURITY_WORLD_RID, 0}, TRUSTEE_IS_WELL_KNOWN_GROUP},
     {"Admin", {SECURITY_NT_AUTHORITY}, 2, {SECURITY_BUILTIN_DOMAIN_RID, DOMAIN_ALIAS_RID_ADMINS}, TRUSTEE_IS_GROUP},
     {"Power Users",
@@ -48,7 +48,7 @@ static_assert(KEY_ALL_ACCESS == 0xF003F && SECURITY_DESCRIPTOR_MIN_LENGTH == 40)
 /// What stands between a printer's name and a sub-key: the driver's own data lies beside the user interface's settings.
 const char* SubKeySeparator(const CString& subKey)
 {
-    return subKey == "PrinterDriverData" ? "\\" : GUI_SUBKEY;
+    return subKey == "PrinterDriverData" ? "\\" : GuiSubkey;
 }
 
 bool QueryVersion(OSVERSIONINFOA& version)
@@ -80,7 +80,7 @@ CRegistry::OSVersion Win9xVersion(const OSVERSIONINFOA& version)
 } // namespace
 
 CRegistry::CRegistry()
-    : m_bOpen(FALSE), m_hKey(nullptr), m_lLastError(ERROR_SUCCESS), m_hRoot(nullptr), m_nMode(MODE_PRINTER),
+    : m_bOpen(FALSE), m_hKey(nullptr), m_lLastError(ERROR_SUCCESS), m_hRoot(nullptr), m_nMode(PrinterMode),
       m_b32BitPath(FALSE), m_bPersonalSettings(FALSE), m_hSecurityDLL(nullptr), m_pfnSetEntriesInAcl(nullptr),
       m_pACL(nullptr)
 {
@@ -288,11 +288,11 @@ void* CRegistry::CreateSecurityDescriptor()
 
     // The number in the failure lines is that of the last registry call, not the failed call's own.
     const auto registryError = static_cast<unsigned>(m_lLastError);
-    std::array<tvk::Sid, GROUPS.size()> sids;
-    std::array<EXPLICIT_ACCESSA, GROUPS.size()> entries = {};
-    for (std::size_t i = 0; i < GROUPS.size(); ++i)
+    std::array<tvk::Sid, Groups.size()> sids;
+    std::array<EXPLICIT_ACCESSA, Groups.size()> entries = {};
+    for (std::size_t i = 0; i < Groups.size(); ++i)
     {
-        const Group& group = GROUPS[i];
+        const Group& group = Groups[i];
         SID_IDENTIFIER_AUTHORITY authority = group.authority;
         if (!::AllocateAndInitializeSid(&authority, group.subAuthorities, group.subAuthority[0], group.subAuthority[1],
                                         0, 0, 0, 0, 0, 0, sids[i].Receive()))
@@ -366,10 +366,10 @@ void CRegistry::MapKey(HKEY root, const char* subKey)
 {
     switch (m_nMode)
     {
-    case MODE_PRINTER:
+    case PrinterMode:
         GetOSKey(root, subKey);
         break;
-    case MODE_PRODUCT:
+    case ProductMode:
         GetAIOKey(root, subKey);
         break;
     default: // what the previous call was mapped to is used again, whatever was asked for
@@ -406,7 +406,7 @@ void CRegistry::GetAIOKey(HKEY root, CString subKey)
 
 void CRegistry::SetWin9xKey()
 {
-    m_strSubKey = SETTINGS_9X_PRINTERS + m_strFriendlyName + SubKeySeparator(m_strSubKey) + m_strSubKey;
+    m_strSubKey = SystemPrinters9x + m_strFriendlyName + SubKeySeparator(m_strSubKey) + m_strSubKey;
 }
 
 void CRegistry::SetWinNTKey()
@@ -414,21 +414,20 @@ void CRegistry::SetWinNTKey()
     TvkProduct product;
     CString ident;
     product.GetSetting(m_b32BitPath ? "IDO_OEM_INKJET_IDENT32" : "IDO_OEM_INKJET_IDENT", ident);
-    m_strSettingsBase = ident + SETTINGS_FOLDER;
+    m_strSettingsBase = ident + SettingsFolder;
     CloseHeldKey();
 
-    const CString driverData = SETTINGS_NT_PRINTERS + m_strFriendlyName + PRINTER_DRIVER_DATA;
+    const CString driverData = SystemPrinters + m_strFriendlyName + PrinterDriverData;
     tvk::RegistryKey key;
     m_lLastError = ::RegOpenKeyExA(HKEY_LOCAL_MACHINE, driverData, 0, KEY_READ, key.Receive());
     CString originalName;
-    if (m_lLastError == ERROR_SUCCESS &&
-        tvk::ReadText(key.Get(), ORIGINAL_NAME_VALUE, originalName, ORIGINAL_NAME_SIZE))
+    if (m_lLastError == ERROR_SUCCESS && tvk::ReadText(key.Get(), OriginalNameValue, originalName, OriginalNameSize))
     {
         m_strSubKey = m_strSettingsBase + originalName + SubKeySeparator(m_strSubKey) + m_strSubKey;
         return;
     }
     // A printer that only this user has (a network connection). Here the driver's data has no place of its own.
-    ::RegOpenKeyExA(HKEY_CURRENT_USER, USER_PRINTERS, 0, KEY_ALL_ACCESS, key.Receive());
-    m_strSubKey = USER_PRINTERS + m_strFriendlyName + GUI_SUBKEY + m_strSubKey;
+    ::RegOpenKeyExA(HKEY_CURRENT_USER, UserPrinters, 0, KEY_ALL_ACCESS, key.Receive());
+    m_strSubKey = UserPrinters + m_strFriendlyName + GuiSubkey + m_strSubKey;
     m_hRoot = HKEY_CURRENT_USER;
 }

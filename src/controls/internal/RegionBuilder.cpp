@@ -6,9 +6,9 @@
 
 namespace
 {
-constexpr DWORD kGrowth = 100; ///< rectangles
-constexpr DWORD kBatch = 2000; ///< rectangles
-static_assert(kBatch % kGrowth == 0);
+constexpr DWORD Growth = 100; ///< rectangles
+constexpr DWORD Batch = 2000; ///< rectangles
+static_assert(Batch % Growth == 0);
 static_assert(sizeof(RGNDATAHEADER) == 32 && sizeof(RECT) == 16);
 
 void TraceFailure(const char* text)
@@ -27,7 +27,7 @@ RegionBuilder::~RegionBuilder()
 
 bool RegionBuilder::Begin()
 {
-    m_capacity = kGrowth;
+    m_capacity = Growth;
     m_memory.Reset(::GlobalAlloc(GMEM_MOVEABLE, BufferSize()));
     if (!m_memory)
     {
@@ -54,7 +54,7 @@ bool RegionBuilder::AddRun(int start, int end, int y)
     bounds.top = std::min<LONG>(bounds.top, y);
     bounds.right = std::max<LONG>(bounds.right, end);
     bounds.bottom = std::max<LONG>(bounds.bottom, y + 1);
-    return header.nCount < kBatch || Flush();
+    return header.nCount < Batch || Flush();
 }
 
 HRGN RegionBuilder::Finish()
@@ -75,7 +75,7 @@ bool RegionBuilder::Grow()
 {
     ::GlobalUnlock(m_memory.Get());
     m_data = nullptr;
-    m_capacity += kGrowth;
+    m_capacity += Growth;
     const HGLOBAL grown = ::GlobalReAlloc(m_memory.Get(), BufferSize(), GMEM_MOVEABLE);
     if (!grown)
     {
