@@ -370,33 +370,24 @@ CString CGUIInkDisplay::SuppliesKey()
 
 DWORD CGUIInkDisplay::ReadDIMSValue(HKEY root, const CString& key)
 {
-    DWORD value = 1;
-    try
-    {
-        if (m_Registry.Open(root, key, 0, KEY_ALL_ACCESS))
-            tvk::ReadNumber(m_Registry, TextSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING"), value);
-    }
-    catch (CRegistryException* error) // an unreadable flag is a set one
-    {
-        error->Delete();
-    }
+    DWORD value = 1; // an unreadable flag is a set one
+    int opened = 0;
+    if (tvk::Succeeds([&] { opened = m_Registry.Open(root, key, 0, KEY_ALL_ACCESS); }) && opened)
+        tvk::ReadNumber(m_Registry, TextSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING"), value);
     m_Registry.Close();
     return value;
 }
 
 void CGUIInkDisplay::WriteDIMSValue(HKEY root, const CString& key, unsigned long value)
 {
-    try
-    {
-        unsigned long disposition = 0;
-        m_Registry.Create(disposition, root, key, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr);
-        m_Registry.Write(TextSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING"),
-                         reinterpret_cast<const unsigned char*>(&value), sizeof value, REG_DWORD);
-    }
-    catch (CRegistryException* error) // the flag stays as it is
-    {
-        error->Delete();
-    }
+    tvk::Succeeds( // otherwise the flag stays as it is
+        [&]
+        {
+            unsigned long disposition = 0;
+            m_Registry.Create(disposition, root, key, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr);
+            m_Registry.Write(TextSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING"),
+                             reinterpret_cast<const unsigned char*>(&value), sizeof value, REG_DWORD);
+        });
     m_Registry.Close();
 }
 

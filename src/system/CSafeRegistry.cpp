@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdarg>
 #include "diag/CSpy.h"
+#include "system/internal/RegistryValue.h"
 
 namespace
 {
@@ -33,16 +34,7 @@ private:
 template <class Operation>
 bool Succeeds(CRegistry& registry, Operation operation)
 {
-    try
-    {
-        operation(registry);
-        return true;
-    }
-    catch (CRegistryException* exception)
-    {
-        exception->Delete();
-        return false;
-    }
+    return tvk::Succeeds([&] { operation(registry); });
 }
 
 /// Writes an operation's line when there is a trace object; always 0, the operation's result.

@@ -15,16 +15,7 @@ bool Query(HKEY key, const char* name, BYTE* data, DWORD& size, DWORD& type)
 
 bool Query(CRegistry& key, const char* name, BYTE* data, DWORD& size, DWORD& type)
 {
-    try
-    {
-        key.Read(data, &size, &type, name);
-        return true;
-    }
-    catch (CRegistryException* exception)
-    {
-        exception->Delete();
-        return false;
-    }
+    return tvk::Succeeds([&] { key.Read(data, &size, &type, name); });
 }
 
 template <class Key>

@@ -1,13 +1,29 @@
-// Settings read from the registry: whatever stands there, the reader gets a bounded text or a number, or keeps its
-// default.
+// Settings in the registry: whatever stands there, the reader gets a bounded text or a number, or keeps its default.
 #pragma once
 
 #include <afx.h>
+#include "system/CRegistryException.h"
 
 class CRegistry;
 
 namespace tvk
 {
+/// Does what may throw the registry's exception; whether it did not.
+template <class Operation>
+bool Succeeds(Operation operation)
+{
+    try
+    {
+        operation();
+        return true;
+    }
+    catch (CRegistryException* exception)
+    {
+        exception->Delete();
+        return false;
+    }
+}
+
 /// Size of the buffer that a text value is read into, unless the reader says otherwise.
 constexpr DWORD REGISTRY_TEXT_SIZE = 260;
 
