@@ -1,29 +1,23 @@
 // Where records go: the switch, the log file, message boxes, the debugger.
 #include "diag/CSpy.h"
-#include "support/IatPatch.h"
+#include "support/MessageBoxes.h"
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <fstream>
-#include <functional>
 #include <sstream>
 
 namespace
 {
 using Texts = std::vector<std::string>;
 
-// The boxes that the library showed, as "caption flags text"; each is dismissed at once.
-Texts Boxes;
-std::function<void()> WhileBoxIsOpen;
-
-int WINAPI RecordBox(HWND owner, const char* text, const char* caption, UINT flags)
+Texts Boxes()
 {
-    Boxes.push_back(std::string(owner ? "owned " : "") + caption + " " + std::to_string(flags) + " " +
-                    WithoutTimeStamp(text));
-    if (WhileBoxIsOpen)
-        WhileBoxIsOpen();
-    return IDOK;
+    Texts boxes = MessageBoxes::Shown();
+    for (std::string& box : boxes)
+        box = WithoutTimeStamp(box);
+    return boxes;
 }
 
 // What reaches a debugger, seen where the system raises it; only kept here, for a failing test writes to it too.
@@ -41,22 +35,14 @@ LONG CALLBACK SeeDebuggerText(EXCEPTION_POINTERS* pointers)
 class TraceSinks : public testing::Test
 {
 protected:
-    TraceSinks() : m_handler(AddVectoredExceptionHandler(1, SeeDebuggerText))
-    {
-        Boxes.clear();
-        DebuggerTexts.clear();
-    }
-    ~TraceSinks() override
-    {
-        RemoveVectoredExceptionHandler(m_handler);
-        WhileBoxIsOpen = nullptr;
-    }
+    TraceSinks() : m_handler(AddVectoredExceptionHandler(1, SeeDebuggerText)) { DebuggerTexts.clear(); }
+    ~TraceSinks() override { RemoveVectoredExceptionHandler(m_handler); }
 
     TraceWorld world;
 
 private:
     PVOID m_handler;
-    IatPatch m_box{LibraryUnderTest(), "MessageBoxA", RecordBox};
+    MessageBoxes m_boxes;
 };
 
 // Opens the log so that others are held off, or is held off itself.
@@ -94,7 +80,6 @@ TEST_F(TraceSinks, TheSwitchChoosesTheSinks)
     {
         SCOPED_TRACE(row.situation);
         world.Clear();
-        Boxes.clear();
         DebuggerTexts.clear();
         if (row.type == REG_NONE)
             world.RemoveSwitch();
@@ -105,7 +90,7 @@ TEST_F(TraceSinks, TheSwitchChoosesTheSinks)
         EXPECT_EQ(spy.OutputData(42), 1);
         const Texts texts = DebuggerTexts;
         EXPECT_EQ(world.Records(), row.file ? Texts{"(int)42"} : Texts{});
-        EXPECT_EQ(Boxes, row.box ? Texts{"GUI debug 0 (int)42\n"} : Texts{});
+        EXPECT_EQ(Boxes(), row.box ? Texts{"(int)42\n|GUI debug|0|0"} : Texts{});
         ASSERT_EQ(texts.size(), row.debugger ? 1u : 0u);
         for (const std::string& text : texts)
             EXPECT_EQ(WithoutTimeStamp(text), "(int)42\n");
@@ -143,14 +128,15 @@ TEST_F(TraceSinks, RecordsThatComeUpDuringAMessageBoxAreRecordsOfTheirOwn)
 {
     world.Switch(3);
     CSpy spy;
-    WhileBoxIsOpen = [&]
+    MessageBoxes::whileOpen = [&]
     {
-        WhileBoxIsOpen = nullptr;
+        MessageBoxes::whileOpen = nullptr;
         spy.OutputData("inner");
     };
     spy.OutputData("outer");
     spy.OutputData("next");
-    EXPECT_EQ(Boxes, (Texts{"GUI debug 0 (char)outer\n", "GUI debug 0 (char)inner\n", "GUI debug 0 (char)next\n"}));
+    const std::string box = "\n|GUI debug|0|0";
+    EXPECT_EQ(Boxes(), (Texts{"(char)outer" + box, "(char)inner" + box, "(char)next" + box}));
     EXPECT_EQ(world.Records(), (Texts{"(char)outer", "(char)inner", "(char)next"}));
 }
 

@@ -3,8 +3,8 @@
 #include "DialogSupport.h"
 #include "dialogs/DialogIds.h"
 #include "links/LaunchCalls.h"
+#include "support/MessageBoxes.h"
 #include "support/NothingLeft.h"
-#include "support/IatPatch.h"
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
 #include <algorithm>
@@ -17,6 +17,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 using Bytes = std::optional<std::string>;
 using Halves = std::pair<COLORREF, COLORREF>; // colours of the left and of the right half of a preview
 
@@ -108,16 +109,9 @@ public:
     }
 };
 
-std::vector<std::string> g_boxes; // the message boxes shown
-std::vector<UINT> g_windows;      // what the next questions for the Windows directory are answered, then the truth
-std::vector<Halves> g_palettes;   // what the selected palettes hold of a preview's colours
-UINT g_realized;                  // how many colours a palette moves
-
-int WINAPI RecordBox(HWND, LPCSTR text, LPCSTR caption, UINT)
-{
-    g_boxes.push_back(std::string(caption) + ": " + text);
-    return IDOK;
-}
+std::vector<UINT> g_windows;    // what the next questions for the Windows directory are answered, then the truth
+std::vector<Halves> g_palettes; // what the selected palettes hold of a preview's colours
+UINT g_realized;                // how many colours a palette moves
 
 constexpr UINT Truth = ~0u;
 
@@ -160,11 +154,7 @@ const SettingList Settings = {
 class OptionsDialog : public DialogTest
 {
 protected:
-    OptionsDialog() : DialogTest(PRODUCT_PREFIX "jres.dll", Settings)
-    {
-        m_registry.Claim(HKEY_CURRENT_USER, UserKey);
-        g_boxes.clear();
-    }
+    OptionsDialog() : DialogTest(PRODUCT_PREFIX "jres.dll", Settings) { m_registry.Claim(HKEY_CURRENT_USER, UserKey); }
 
     static std::string Key(const char* key) { return UserKey + "\\GUI\\" + key; }
     void Store(const char* key, const char* name, const std::string& bytes, DWORD type = REG_DWORD)
@@ -184,7 +174,7 @@ protected:
     RegistryWorld m_registry;
     SkinFolder m_skins{TestFolder() + "skins\\"};
     SkinFolder m_added{"C:\\windows\\dlgt skins\\"};
-    IatPatch m_boxes{GetModuleHandleA("tvkframe.dll"), "MessageBoxA", &RecordBox};
+    MessageBoxes m_boxes{GetModuleHandleA("tvkframe.dll")};
 };
 } // namespace
 
@@ -373,7 +363,7 @@ TEST_F(OptionsDialog, SkinsAreFoundInOrderAndBrowsed)
     }
     EXPECT_EQ(way, "dlgt1.dll> dlgt1.dll> dlgt10.dll<> dlgt99.dll<> dlgm0.dll<> dlgm7.dll< dlgm7.dll< dlgm0.dll<> ");
     EXPECT_EQ(dialog.m_bSkinChanged, 1);
-    EXPECT_THAT(g_boxes, IsEmpty());
+    EXPECT_THAT(m_boxes.Shown(), IsEmpty());
     RemoveDirectoryA(m_skins.Path("dlgt3.dll").c_str());
 }
 
@@ -391,12 +381,13 @@ TEST_F(OptionsDialog, TwoHundredSkinsAreAll)
     for (int step = 0; step < 210; ++step)
         dialog.SendMessage(WM_COMMAND, IDC_JSW_SKIN_NEXT);
     EXPECT_EQ(dialog.Ways(), "<");
-    ASSERT_EQ(g_boxes.size(), 200u);
+    const std::vector<std::string> boxes = m_boxes.Shown();
+    ASSERT_EQ(boxes.size(), 200u);
     for (const auto& [index, path] : {std::pair{0, m_skins.Path("dlgt0.dll")},
                                       {99, m_skins.Path("dlgt99.dll")},
                                       {100, m_added.Path("dlgm0.dll")},
                                       {199, m_added.Path("dlgm99.dll")}})
-        EXPECT_EQ(g_boxes[static_cast<std::size_t>(index)], "Skin LoadLibrary Failed: " + path);
+        EXPECT_THAT(boxes[static_cast<std::size_t>(index)], StartsWith(path + "|Skin LoadLibrary Failed|"));
 }
 
 TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
@@ -423,7 +414,6 @@ TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
     for (const auto& [skin, ways, preview, changed, boxes] : steps)
     {
         SCOPED_TRACE(++number);
-        g_boxes.clear();
         if (number == 6)
             m_skins.Delete("dlgt6.dll");
         if (number > 1)
@@ -434,7 +424,7 @@ TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
         EXPECT_EQ(dialog.Ways(), ways);
         EXPECT_EQ(dialog.Preview(), preview);
         EXPECT_EQ(dialog.m_bSkinChanged, changed);
-        EXPECT_EQ(g_boxes.size(), boxes);
+        EXPECT_EQ(m_boxes.Shown().size(), boxes);
     }
     const auto width = static_cast<std::size_t>(AreaOf(dialog, IDC_JSW_SKIN_PREVIEW).Width());
     EXPECT_EQ(ShownPixels(dialog, IDC_JSW_SKIN_PREVIEW)[8 * width + width / 2], m_face)

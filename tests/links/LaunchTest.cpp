@@ -2,6 +2,7 @@
 #include "LaunchCalls.h"
 #include "TestLink.h"
 #include "support/FakeVersion.h"
+#include "support/MessageBoxes.h"
 #include "support/NothingLeft.h"
 #include "support/TraceWorld.h"
 #include <gmock/gmock.h>
@@ -214,17 +215,6 @@ TEST_F(Launch, LeavesNothingBehind)
     EXPECT_EQ(calls.environments, 0);
 }
 
-namespace
-{
-std::string ShownBox;
-
-int WINAPI NoteBox(HWND, const char* text, const char*, UINT style)
-{
-    ShownBox = text + std::string("|") + std::to_string(style);
-    return IDOK;
-}
-} // namespace
-
 TEST_F(Launch, ShellErrors)
 {
     const std::pair<int, const char*> texts[] = {
@@ -245,7 +235,7 @@ TEST_F(Launch, ShellErrors)
         {33, "Unknown Error (33) occurred."},
         {-1, "Unknown Error (-1) occurred."},
     };
-    const IatPatch box(GetModuleHandleA("tvkframe.dll"), "MessageBoxA", &NoteBox);
+    const MessageBoxes boxes(GetModuleHandleA("tvkframe.dll"));
     for (const char* driver : {"1.0", "0.9"}) // debug messages are on before the release
     {
         const TestProduct product(
@@ -255,9 +245,9 @@ TEST_F(Launch, ShellErrors)
             const std::string shown = std::string("Can't open link:\n\n") + text;
             TraceWorld trace;
             TestLink traced;
-            ShownBox.clear();
             traced.ReportError(code);
-            EXPECT_EQ(ShownBox, *driver == '0' ? shown + "|48" : "");
+            const std::vector<std::string> box = {shown + "|links_launch|30|0"};
+            EXPECT_EQ(boxes.Shown(), *driver == '0' ? box : std::vector<std::string>());
             EXPECT_EQ(trace.Steps(), "(char)CGUIUrlLink::ReportError()\n(char)" + shown + "\n");
         }
     }

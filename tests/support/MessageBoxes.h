@@ -1,21 +1,27 @@
-// The message boxes of the library under test, noted in place of being shown.
+// The message boxes of the library under test, or of another module, noted in place of being shown.
 #pragma once
 
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
 #include <cstdio>
+#include <functional>
 #include <utility>
 
 class MessageBoxes
 {
 public:
-    MessageBoxes() : m_patch(LibraryUnderTest(), "MessageBoxA", &Note) { s_shown.clear(); }
-    ~MessageBoxes() = default;
+    explicit MessageBoxes(HMODULE caller = LibraryUnderTest()) : m_patch(caller, "MessageBoxA", &Note)
+    {
+        s_shown.clear();
+    }
+    ~MessageBoxes() { whileOpen = nullptr; }
     MessageBoxes(const MessageBoxes&) = delete;
     MessageBoxes& operator=(const MessageBoxes&) = delete;
 
     /// The boxes since the last call: "text|caption|style in hexadecimal|owner". Each is answered with IDRETRY.
     static std::vector<std::string> Shown() { return std::exchange(s_shown, {}); }
+
+    static inline std::function<void()> whileOpen; ///< called in each box
 
 private:
     static int WINAPI Note(HWND owner, LPCSTR text, LPCSTR caption, UINT style)
@@ -23,6 +29,8 @@ private:
         char numbers[40];
         std::snprintf(numbers, sizeof numbers, "|%x|%llu", style, reinterpret_cast<unsigned long long>(owner));
         s_shown.push_back(std::string(text ? text : "null") + "|" + (caption ? caption : "null") + numbers);
+        if (whileOpen)
+            whileOpen();
         return IDRETRY;
     }
     static inline std::vector<std::string> s_shown;
