@@ -120,7 +120,7 @@ int ActivityTracker::LoadDataRecorder()
     if (!m_hPortal)
     {
         CString resourceModule;
-        folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", resourceModule));
+        folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", resourceModule), 256);
         m_hPortal = tvk::LoadLibraryFrom(folder, m_strCairnfieldDLL);
     }
     if (!m_hPortal)

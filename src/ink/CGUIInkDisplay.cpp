@@ -424,7 +424,7 @@ void CGUIInkDisplay::SetDIMSValue(CString printerName, unsigned long value)
 
 CString CGUIInkDisplay::OrderingProgram()
 {
-    return tvk::SystemDirectory() + "\\" + TextSetting("IDO_RZB_EXECUTABLENAME_PATH") + TextSetting("IDO_PSWX_NT");
+    return tvk::SystemDirectory(256) + "\\" + TextSetting("IDO_RZB_EXECUTABLENAME_PATH") + TextSetting("IDO_PSWX_NT");
 }
 
 void CGUIInkDisplay::LaunchInkOrderApp()

@@ -68,7 +68,8 @@ unsigned long CComxDataRetriever::GetSavedCartId(int index)
 int CComxDataRetriever::LoadComxDLL()
 {
     m_Spy.OutputData("CComxDataRetriever::LoadComxDLL()");
-    CString folder = tvk::PrinterDriverDirectory(m_Product); // its setting is read, and traced, before the file name's
+    // Its setting is read, and traced, before the file name's.
+    CString folder = tvk::PrinterDriverDirectory(m_Product, 256);
     const CString fileName = m_Product.GetSetting("IDO_COMX_DLL_FILENAME", m_strSetting);
     m_Spy.OutputData("dlltoload: ");
     m_Spy.OutputData(folder + fileName);
@@ -80,7 +81,7 @@ int CComxDataRetriever::LoadComxDLL()
             unsigned long error = ::GetLastError();
             m_Spy.OutputData("LoadLibrary() Failed, trying alternate path. Return Error Code:");
             m_Spy.OutputData(error);
-            folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", m_strSetting));
+            folder = tvk::LoadedModuleDirectory(m_Product.GetSetting("IDO_UTIL_RESDLL", m_strSetting), 256);
             m_hComxDLL = tvk::LoadLibraryFrom(folder, fileName);
             if (!m_hComxDLL)
             {

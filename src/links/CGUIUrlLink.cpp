@@ -433,7 +433,7 @@ void CGUIUrlLink::AppendSetting(const char* key)
 /// The code of the retailer that the printer was sold by, when its file names one.
 void CGUIUrlLink::AppendPartner()
 {
-    const CString system = tvk::SystemDirectory();
+    const CString system = tvk::SystemDirectory(256);
     if (system.IsEmpty()) // without it the rest would be a path from the root of the current drive
         return;
     CString file = system + "\\";

@@ -180,7 +180,7 @@ void OEMTeleIni::LoadResDll()
     const CString utilities = ReadSetting("IDO_UTIL_DLL");
     const CString library = ReadSetting("IDO_UTIL_RESDLL");
     // As many characters as the resource library's name has are cut off: the two names are equally long.
-    const CString directory = tvk::LoadedModuleDirectory(utilities, library.GetLength());
+    const CString directory = tvk::LoadedModuleDirectory(utilities, library.GetLength(), 256);
     if (!m_hResDll)
     {
         m_hResDll = tvk::LoadLibraryFrom(directory, library);

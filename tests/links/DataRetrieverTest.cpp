@@ -2,7 +2,12 @@
 // traced, and that no library stays loaded.
 #include "links/CComxDataRetriever.h"
 #include "links/CDataRetriever.h"
+#include "diag/ActivityTracker.h"
+#include "ink/CGUIInkDisplay.h"
+#include "links/CGUIUrlLink.h"
+#include "locale/OEMTeleIni.h"
 #include "support/FakeVersion.h"
+#include "support/MessageBoxes.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include "support/Watch.h"
@@ -50,7 +55,9 @@ TEST_F(ParticipationLevel, IsKeptByTheLibrary)
     for (const char* other : {"0", "1", "4", "9", "-2"})
     {
         WriteIni(m_ini, "Participation", "Level", other);
+        const TraceWorld trace;
         EXPECT_EQ(retriever.GetParticipationLevel(), 9) << other;
+        EXPECT_EQ(trace.Records().back(), "(char)CDataRetriever::GetParticipationLevel()...level = 9");
     }
     DeleteFileA(m_ini.c_str());
     CreateDirectoryA(m_ini.c_str(), nullptr);
@@ -169,8 +176,8 @@ TEST_F(PrinterCache, IsTheLibrarysOfTheDriverOrBesideTheResourceModule)
         {CRegistry::OS_WINXP, folder3, FullCache, TestFolder(), own, retried + loaded + asked},
         // Beside the program, where the system would find it by its bare name.
         {CRegistry::OS_WINXP, folder3, FullCache, TestFolder(), "nowhere.dll", retried + failed + noEntry},
-        {CRegistry::OS_WINXP, none, FullCache, TestFolder(), "nowhere.dll",
-         retried + failed + noEntry}, // system unknown
+        // A system directory that is too long is none.
+        {CRegistry::OS_WINXP, none, FullCache, TestFolder(), "nowhere.dll", retried + failed + noEntry},
         {CRegistry::OS_WINXP, folder3, FullCache, folder2, own, retried + failed + noEntry},
         {CRegistry::OS_WINXP, folder3, Participation, folder3, none, loaded + noEntry},
     };
@@ -179,7 +186,8 @@ TEST_F(PrinterCache, IsTheLibrarysOfTheDriverOrBesideTheResourceModule)
         SCOPED_TRACE(in + " " + resourceModule);
         const TestProduct product = Product(resourceModule.c_str());
         const FakeVersion version(windows);
-        const Watch<decltype(&GetSystemDirectoryA)> asksForSystem("GetSystemDirectoryA", driver.empty());
+        const Watch<decltype(&GetSystemDirectoryA)> asksForSystem("GetSystemDirectoryA", driver.empty(),
+                                                                  LibraryUnderTest(), 256);
         const TraceWorld trace;
         Install(library, in);
         const int result = steps.ends_with(asked);
@@ -190,6 +198,43 @@ TEST_F(PrinterCache, IsTheLibrarysOfTheDriverOrBesideTheResourceModule)
                       "IDO_COMX_DLL_FILENAME\n(char)dlltoload: \n(char)" + driver + "cache.dll\n" + steps +
                       "(char)GetPrinterCacheData(): bReturn\n(int)" + std::to_string(result) + "\n");
         EXPECT_TRUE(fs::remove(in + "cache.dll")) << "still loaded";
+    }
+}
+
+std::string g_asked;
+template <class... A>
+UINT WINAPI TooLong(A... arguments)
+{
+    const auto size = std::get<sizeof...(A) - 1>(std::tuple(arguments...));
+    g_asked += (sizeof...(A) == 2 ? "system " : "module ") + std::to_string(size) + " ";
+    return static_cast<UINT>(size);
+}
+
+TEST(Directories, AreReadIntoTheRoomThatEachPathHas)
+{
+    struct Link : CGUIUrlLink
+    {
+        Link() { m_bReadIniURL = 1, ConstructStandardURL(""); }
+    };
+    const TestProduct product({{"IDO_UTIL_DLL", PRODUCT_PREFIX "util.dll"},
+                               {"IDO_UTIL_RESDLL", PRODUCT_PREFIX "util.dll"},
+                               {"IDO_DATA_REC_SUPPORTED", 1ul}});
+    const MessageBoxes boxes;
+    const IatPatch system(LibraryUnderTest(), "GetSystemDirectoryA", TooLong<LPSTR, UINT>);
+    const IatPatch module(LibraryUnderTest(), "GetModuleFileNameA", TooLong<HMODULE, LPSTR, DWORD>);
+    CString number;
+    const std::pair<std::function<void()>, const char*> paths[] = {
+        {[&] { OEMTeleIni().GetPhoneNumber("00000409", number); }, "system 260 "},
+        {[] { OEMTeleIni().OnSelectCountryLink(); }, "module 256 "},
+        {[] { ActivityTracker().WriteData(1, ""); }, "system 260 module 256 "},
+        {[] { CComxDataRetriever().GetPrinterCacheData(""); }, "system 256 module 256 "},
+        {[] { Link(); }, "system 256 "},
+        {[] { CGUIInkDisplay().LaunchInkOrderApp(); }, "system 256 "}};
+    for (const auto& [use, asked] : paths)
+    {
+        g_asked.clear();
+        use();
+        EXPECT_EQ(g_asked, asked);
     }
 }
 } // namespace

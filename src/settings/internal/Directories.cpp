@@ -1,4 +1,5 @@
 #include "settings/internal/Directories.h"
+#include <string>
 #include "settings/TvkProduct.h"
 #include "system/CRegistry.h"
 
@@ -13,9 +14,9 @@ bool IsWin9x()
 
 /// A directory in the system directory; empty when that is not known: the rest alone would be a path from the root of
 /// the current drive.
-CString BelowSystemDirectory(const CString& rest)
+CString BelowSystemDirectory(const CString& rest, DWORD size)
 {
-    const CString system = SystemDirectory();
+    const CString system = SystemDirectory(size);
     return system.IsEmpty() ? system : system + rest;
 }
 
@@ -25,39 +26,40 @@ CString NtSubdirectory(const CString& ntPath)
 }
 } // namespace
 
-CString SystemDirectory()
+CString SystemDirectory(DWORD size)
 {
-    char directory[MAX_PATH] = "";
-    const UINT length = GetSystemDirectoryA(directory, MAX_PATH);
-    return length < MAX_PATH ? CString(directory, static_cast<int>(length)) : CString();
+    std::string directory(size, '\0');
+    const UINT length = GetSystemDirectoryA(directory.data(), size);
+    return length < size ? CString(directory.data(), static_cast<int>(length)) : CString();
 }
 
 CString PrinterDriverDirectory(const CString& ntPath)
 {
-    return BelowSystemDirectory(IsWin9x() ? CString("\\") : NtSubdirectory(ntPath));
+    return BelowSystemDirectory(IsWin9x() ? CString("\\") : NtSubdirectory(ntPath), MAX_PATH);
 }
 
-CString PrinterDriverDirectory(TvkProduct& product)
+CString PrinterDriverDirectory(TvkProduct& product, DWORD size)
 {
     if (IsWin9x())
-        return BelowSystemDirectory("\\");
+        return BelowSystemDirectory("\\", size);
     CString ntPath;
-    return BelowSystemDirectory(NtSubdirectory(product.GetSetting("IDO_WINNTPATH", ntPath)));
+    return BelowSystemDirectory(NtSubdirectory(product.GetSetting("IDO_WINNTPATH", ntPath)), size);
 }
 
-CString LoadedModuleDirectory(const CString& moduleName, int cut)
+CString LoadedModuleDirectory(const CString& moduleName, int cut, DWORD size)
 {
     const HMODULE module = GetModuleHandleA(moduleName);
     if (!module) // a null handle would name the host program's directory
         return CString();
-    char path[MAX_PATH] = "";
-    const int length = static_cast<int>(GetModuleFileNameA(module, path, MAX_PATH));
-    return length < MAX_PATH && length >= cut ? CString(path, length - cut) : CString();
+    std::string path(size, '\0');
+    const DWORD length = GetModuleFileNameA(module, path.data(), size);
+    const int kept = static_cast<int>(length) - cut;
+    return length < size && kept >= 0 ? CString(path.data(), kept) : CString();
 }
 
-CString LoadedModuleDirectory(const CString& moduleName)
+CString LoadedModuleDirectory(const CString& moduleName, DWORD size)
 {
-    return LoadedModuleDirectory(moduleName, moduleName.GetLength());
+    return LoadedModuleDirectory(moduleName, moduleName.GetLength(), size);
 }
 
 HMODULE LoadLibraryFrom(const CString& directory, const CString& fileName)
