@@ -13,10 +13,10 @@ CSelectCountryDlg::~CSelectCountryDlg() = default;
 BOOL CSelectCountryDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
-    m_Numbers.GetPhoneNumberList();
+    const bool isMineFirst = m_Numbers.MakeList();
     for (int i = 0; i < m_Numbers.m_nCount; ++i)
         m_List.AddString(m_Numbers.m_strDisplay[i]);
-    m_List.SetCurSel(FindMyCountry());
+    m_List.SetCurSel(isMineFirst ? 0 : -1);
     OnListSelection();
     return TRUE;
 }
@@ -44,16 +44,4 @@ void CSelectCountryDlg::OnListSelection()
 void CSelectCountryDlg::OnListDoubleClick()
 {
     OnOK();
-}
-
-/// The entry with the remembered locale; -1 when the list has none.
-int CSelectCountryDlg::FindMyCountry()
-{
-    CString valueName;
-    TvkProduct().GetSetting("IDO_KEY_NAME_MYLOCALE", valueName);
-    const CString myLocale = m_Numbers.ReadMyLocaleKey(valueName);
-    int i = m_Numbers.m_nCount - 1;
-    while (i >= 0 && m_Numbers.m_strLocale[i] != myLocale)
-        --i;
-    return i;
 }

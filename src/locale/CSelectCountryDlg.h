@@ -25,8 +25,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    int FindMyCountry();
-
     CListBox m_List;
     OEMTeleIni m_Numbers;
 };

@@ -102,6 +102,12 @@ void OEMTeleIni::WriteMyLocaleKey(CString locale)
 
 void OEMTeleIni::GetPhoneNumberList()
 {
+    MakeList();
+}
+
+/// Tells whether my country has a number, and so comes first.
+bool OEMTeleIni::MakeList()
+{
     const CString myLocale = ResolveMyLocale();
     m_nCount = 0;
     const auto addIfServed = [this](const CString& locale)
@@ -111,8 +117,10 @@ void OEMTeleIni::GetPhoneNumberList()
             AddToList(locale, number);
     };
     addIfServed(myLocale);
+    const bool isMineFirst = m_nCount > 0;
     for (const std::string_view locale : Countries)
         addIfServed(locale.data());
+    return isMineFirst;
 }
 
 CString OEMTeleIni::GetDefaultPhoneNumber(CString& countryName)

@@ -66,6 +66,9 @@ protected:
     void AddToList(CString locale, CString number);
 
 private:
+    friend class CSelectCountryDlg; // chooses my country
+
+    bool MakeList();
     CString ResolveMyLocale();
     CString ReadSetting(const char* key);
 
