@@ -1,5 +1,6 @@
 #include "PrinterPages.h"
 #include "Papers.h"
+#include "links/CComxDataRetriever.h"
 #include "locale/OEMTeleIni.h"
 #include <cstdio>
 #include <memory>
@@ -27,4 +28,17 @@ bool ReportPapers(const char* printer)
         std::printf("%-30s%-36s%s\n", paper.name.c_str(), (paper.area + ", " + paper.resolution).c_str(),
                     paper.twin.c_str());
     return !papers.empty();
+}
+
+bool ReportInk(const char* printer)
+{
+    CComxDataRetriever cache;
+    if (!cache.GetPrinterCacheData(printer))
+        return false;
+    std::printf("Printer %s, cartridges %lu and %lu\n", static_cast<LPCSTR>(cache.GetSerialNumber()),
+                cache.GetLogCartId(1), cache.GetLogCartId(2));
+    for (int ink = 1; ink <= PRINTERCACHE_INKS; ++ink)
+        if (const unsigned long level = cache.GetInkPercent(ink))
+            std::printf("  ink %d: %lu %%\n", ink, level);
+    return true;
 }

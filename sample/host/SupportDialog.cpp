@@ -31,6 +31,7 @@ BOOL SupportDialog::OnInitDialog()
     CDialog::OnInitDialog();
     CenterWindow();
     ShowNumbers();
+    m_support->ExpandCombobox(&m_countries); // once: each call widens by half of what is missing then
     ShowPapers();
     return TRUE;
 }
@@ -45,7 +46,6 @@ void SupportDialog::ShowNumbers()
     for (int i = 0; i < m_support->m_nCount; ++i)
         m_countries.AddString(m_support->m_strDisplay[i]);
     m_countries.SetCurSel(0);
-    m_support->ExpandCombobox(&m_countries);
 }
 
 void SupportDialog::ShowPapers()

@@ -54,9 +54,11 @@ int Report(const char* printer)
     const bool support = ReportSupport();
     Heading("What the printer can print on");
     const bool papers = ReportPapers(printer);
+    Heading("Its ink, as it was last reported");
+    const bool ink = ReportInk(printer);
     Heading("The trace that all of it wrote");
     ReportTrace(trace);
-    const bool good = settings && registry && support && papers;
+    const bool good = settings && registry && support && papers && ink;
     std::printf("\n%s\n", good ? "All done." : "Something went wrong, see above.");
     return good ? 0 : 1;
 }

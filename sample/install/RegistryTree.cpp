@@ -106,11 +106,12 @@ void WriteNumber(CSafeRegistry& registry, HKEY root, const CString& key, const c
 CString ReadText(const CString& key, const char* name)
 {
     CSafeRegistry registry;
-    char text[MAX_PATH + 1] = ""; // with room for the NUL that a writer forgot
-    unsigned long size = MAX_PATH, type = 0;
-    if (!registry.Open(HKEY_LOCAL_MACHINE, key, 0, KEY_READ) ||
-        !registry.Read(reinterpret_cast<unsigned char*>(text), &size, &type, name) || type != REG_SZ)
+    char text[MAX_PATH] = "";
+    unsigned long size = sizeof text, type = 0;
+    if (!registry.Open(HKEY_LOCAL_MACHINE, key, 0, KEY_QUERY_VALUE) ||
+        !registry.Read(reinterpret_cast<unsigned char*>(text), &size, &type, name))
         return CString();
+    text[MAX_PATH - 1] = '\0'; // which a writer may forget
     return text;
 }
 

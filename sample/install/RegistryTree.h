@@ -13,7 +13,8 @@ void WriteNumber(CSafeRegistry& registry, HKEY root, const CString& key, const c
 /// Makes the key, or opens it when it is there. Throws StepFailure.
 void MakeKey(CSafeRegistry& registry, HKEY root, const CString& key);
 
-/// A text value below HKEY_LOCAL_MACHINE, as long as a path may be; empty when there is none.
+/// A text value of any type below HKEY_LOCAL_MACHINE as it stands, as long as a path may be; empty when there is none.
+/// So does ShortcutCreation read the shell's folders.
 CString ReadText(const CString& key, const char* name);
 
 /// Deletes a key below HKEY_LOCAL_MACHINE with everything in it, then each parent that is left without keys and values,

@@ -1,4 +1,5 @@
-// The demo host's commands about links, run as a user runs them, on the installed sample product.
+// The demo host's commands, run as a user runs them, on the installed sample product.
+#include "locale/OEMTeleIni.h"
 #include "support/Probe.h"
 #include "support/RegistryWorld.h"
 #include <gmock/gmock.h>
@@ -17,18 +18,28 @@ protected:
     {
         EXPECT_EQ(RunProcess("productinstall.exe").exitCode, 0u);
         m_world.Claim(HKEY_CLASSES_ROOT, "TorvaneDemoPage\\shell\\open\\command");
+        m_world.Keep(HKEY_CLASSES_ROOT, ".htm", "");
     }
-    ~Demo() override
-    {
-        RegSetKeyValueA(HKEY_CLASSES_ROOT, ".htm", "", REG_SZ, m_page.c_str(), static_cast<DWORD>(m_page.size()));
-        EXPECT_EQ(RunProcess("productinstall.exe --remove").exitCode, 0u);
-    }
+    ~Demo() override { EXPECT_EQ(RunProcess("productinstall.exe --remove").exitCode, 0u); }
 
 private:
     RegistryWorld m_world;
-    const std::string m_page = RegistryWorld::Get(HKEY_CLASSES_ROOT, ".htm", "").value_or(std::string(1, '\0'));
 };
 } // namespace
+
+TEST_F(Demo, ReportsSupportNumbersPapersAndInk)
+{
+    OEMTeleIni().WriteMyLocaleKey("00000807");
+    const ProcessResult report = RunProcess("demohost.exe report", 60000);
+    EXPECT_EQ(report.exitCode, 0u) << report.output;
+    for (const char* lines :
+         {"Your country: Switzerland, support Worldwide support: www.torvane.example/support\n"
+          "  Worldwide support - Switzerland\n  02 5550 0142 - Australia\n",
+          "\nA4                            2404 x 3320 at (37, 38), 300 dpi    A4 borderless\nUS Letter ",
+          "\nA4 borderless                 2479 x 3508 at (0, 0), 300 dpi      A4 borderless\nPhoto ",
+          "\nPrinter LM460-0142-7, cartridges 82 and 50\n  ink 1: 62 %\n  ink 2: 35 %\n  ink 3: 71 %\n  ink 4: 8 %\n"})
+        EXPECT_THAT(report.output, HasSubstr(lines));
+}
 
 TEST_F(Demo, PrintsTheAddressOfALink)
 {

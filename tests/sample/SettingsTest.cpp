@@ -38,13 +38,6 @@ TEST(SampleSettings, AnswerEveryKnownKeyWithItsKind)
     EXPECT_EQ(Number("IDO_DEBUGMSG"), 0u);
     EXPECT_EQ(Text("IDO_RZB_EXECUTABLENAME_PATH"), "spool\\drivers\\x64\\3\\");
     EXPECT_EQ(Text("IDO_RZB_TECHNICALCONTACT_HELPFILE"), PRODUCT_PREFIX "cont.chm");
-}
-
-TEST(SampleSettings, NameFilesThatAreThere)
-{
-    EXPECT_EQ(Text("IDO_UTIL_DLL"), PRODUCT_PREFIX "util.dll");
-    for (const char* key : {"IDO_UTIL_DLL", "IDO_UTIL_RESDLL", "IDO_JSW_RESDLL"})
-        EXPECT_NE(GetFileAttributesA(Text(key).c_str()), INVALID_FILE_ATTRIBUTES) << key;
     EXPECT_EQ(TvkProduct().IsDriverLanguageRTL(), 0);
 }
 
