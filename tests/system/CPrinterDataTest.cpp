@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <array>
 #include <map>
+#include <memory>
+#include <new>
 #include <tuple>
 #include <vector>
 
@@ -62,6 +64,8 @@ protected:
     CPrinterData m_data;
 };
 
+const char* const NewArray = "_ZnayRKSt9nothrow_t";
+
 /// The spooler, drawing and memory calls of the class, one of which may fail: what they make is weighed against what is
 /// given back.
 struct Ledger
@@ -70,7 +74,8 @@ struct Ledger
     int At(const std::string& call) const { return call == failing ? failAt : 0; }
     int Outstanding() const
     {
-        return open.Done() - close.Calls() + context.Done() - deleteContext.Calls() + allocate.Done() - free.Calls();
+        return open.Done() - close.Calls() + context.Done() - deleteContext.Calls() + allocate.Done() - free.Calls() +
+               arrays.Done() - deleteArrays.Calls();
     }
 
     const std::string failing;
@@ -87,6 +92,8 @@ struct Ledger
     Watch<decltype(&GlobalAlloc)> allocate{"GlobalAlloc", At("GlobalAlloc")};
     Watch<decltype(&GlobalFree)> free{"GlobalFree"};
     Watch<decltype(&GlobalLock), struct Lock> lock{"GlobalLock", At("GlobalLock")};
+    Watch<void*(WINAPI*)(std::size_t, const std::nothrow_t&)> arrays{NewArray, At(NewArray)};
+    Watch<void(WINAPI*)(void*)> deleteArrays{"_ZdaPv"};
 };
 
 // A driver that says of each paper, in its order, what stands here: page, offsets, extent.
@@ -103,8 +110,10 @@ const std::vector<std::pair<WORD, std::array<int, 6>>> ScriptedPapers = {
 };
 std::size_t g_paper;
 
-int WINAPI ScriptedCapabilities(LPCSTR, LPCSTR, WORD, LPSTR out, const DEVMODEA*)
+int WINAPI ScriptedCapabilities(LPCSTR device, LPCSTR output, WORD, LPSTR out, const DEVMODEA*)
 {
+    EXPECT_STREQ(device, PrinterName);
+    EXPECT_STREQ(output, "LPT1:");
     for (std::size_t i = 0; out && i < ScriptedPapers.size(); ++i)
         reinterpret_cast<WORD*>(out)[i] = ScriptedPapers[i].first;
     return static_cast<int>(ScriptedPapers.size());
@@ -116,7 +125,12 @@ LONG WINAPI ScriptedProperties(HWND window, HANDLE printer, LPSTR name, DEVMODEA
     EXPECT_EQ(static_cast<WORD>(in->dmPaperSize), ScriptedPapers[g_paper].first);
     EXPECT_TRUE(in->dmFields & DM_PAPERSIZE);
     EXPECT_EQ(mode, static_cast<DWORD>(DM_IN_BUFFER | DM_OUT_BUFFER));
-    return IDOK;
+    return g_paper % 2 ? IDOK : 0; // any answer but a negative one is fine
+}
+HDC WINAPI ScriptedContext(LPCSTR driver, LPCSTR device, LPCSTR output, const DEVMODEA* mode)
+{
+    EXPECT_EQ(std::string(driver) + device + output, std::string(Driver.name) + PrinterName + "LPT1:");
+    return CreateDCA(driver, device, output, mode);
 }
 int WINAPI ScriptedCaps(HDC, int index)
 {
@@ -164,6 +178,7 @@ TEST_F(PrinterData, TakesTheLastOrTheFirstOfEqualPapers)
     const HMODULE library = LibraryUnderTest();
     const IatPatch capabilities(library, "DeviceCapabilitiesA", ScriptedCapabilities);
     const IatPatch properties(library, "DocumentPropertiesA", ScriptedProperties);
+    const IatPatch context(library, "CreateDCA", ScriptedContext);
     const IatPatch caps(library, "GetDeviceCaps", ScriptedCaps);
     const IatPatch next(library, "DeleteDC", NextPaper);
     // The resolution is the first paper's.
@@ -245,6 +260,7 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
         {"DeviceCapabilitiesA", 0, {1}},
         {"CreateDCA", 0, {1, 3, 7}},
         {"GlobalAlloc", 0, {1, 2, 3}},
+        {NewArray, 0, {1, 2}},
         {"GlobalLock", 0, {1, 2, 3, 4}},
     };
     for (const auto& [call, failure, ordinals] : failures)
@@ -252,14 +268,15 @@ TEST_F(PrinterData, LeavesNothingBehindWhenACallFails)
         {
             SCOPED_TRACE(testing::Message() << call << " " << ordinal << ": " << failure);
             const Ledger ledger(call, ordinal, failure);
-            CPrinterData data;
-            EXPECT_EQ(PrintableArea(data, DMPAPER_A4), NoArea);
+            auto data = std::make_unique<CPrinterData>();
+            EXPECT_EQ(PrintableArea(*data, DMPAPER_A4), NoArea);
             EXPECT_EQ(ledger.Outstanding(), 0);
-            EXPECT_EQ(Borderless(data, DMPAPER_A4), A4Twin) << "a later question reads again";
-            EXPECT_EQ(ledger.Outstanding(), 0);
+            EXPECT_EQ(Borderless(*data, DMPAPER_A4), A4Twin) << "a later question reads again";
             const int contexts = ledger.context.Calls();
-            EXPECT_EQ(PrintableArea(data, DMPAPER_A4), A4Area);
+            EXPECT_EQ(PrintableArea(*data, DMPAPER_A4), A4Area);
             EXPECT_EQ(ledger.context.Calls(), contexts) << "and is the last to read";
+            data.reset();
+            EXPECT_EQ(ledger.Outstanding(), 0);
         }
 }
 

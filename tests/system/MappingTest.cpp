@@ -154,8 +154,9 @@ TEST(Mapping, OriginalNamesOfAnyShape)
     EXPECT_EQ(LookedUp(Printer), UserKey) << "an entry that may not be read is none";
 }
 
-TEST(Mapping, PrinterNamesOf300Characters)
+TEST(Mapping, PrinterNamesOf300CharactersAndOfNone)
 {
+    EXPECT_EQ(CRegistry(nullptr, "JSW", 0, 0).GetSubKey(), "Printers\\\\GUI\\JSW") << "the key constructor maps";
     const std::string name(300, 'p');
     CRegistry registry;
     registry.SetFriendlyName(name.c_str());
@@ -185,10 +186,5 @@ TEST(Mapping, AnyOtherModeUsesTheMappedKeyAgain)
     EXPECT_EQ(disposition, DWORD(REG_OPENED_EXISTING_KEY));
     registry.InitMode(1);
     EXPECT_EQ(registry.Open(HKEY_CURRENT_USER, "Software", 0, KEY_READ), 1);
-}
-
-TEST(Mapping, TheKeyConstructorMaps)
-{
-    EXPECT_EQ(CRegistry(nullptr, "JSW", 0, 0).GetSubKey(), "Printers\\\\GUI\\JSW"); // no printer named yet
 }
 } // namespace

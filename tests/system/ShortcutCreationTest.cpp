@@ -125,8 +125,14 @@ TEST_F(Shortcuts, HoldTheProgramAsTheShellReadsIt)
 
 TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
 {
-    using Locations = std::vector<int>;
-    const std::tuple<CRegistry::OSVersion, const char*, Locations, const char*> cases[] = {
+    const struct
+    {
+        CRegistry::OSVersion windows;
+        const char* missingValue;
+        std::vector<int> locations;
+        const char* made;
+        DWORD rights = KEY_QUERY_VALUE; // to that value's key, all users' for "C"
+    } cases[] = {
         // From the longest path to the shortest: the size of one query is what the one before it read.
         {CRegistry::OS_WINXP, "", {2, 1, 3}, "common\\2.lnk|common programs\\1.lnk|menu\\3.lnk|"},
         {CRegistry::OS_WIN98, "", {3, 2}, "u\\2.lnk|user menu\\1.lnk|"},
@@ -141,13 +147,19 @@ TEST_F(Shortcuts, LieInTheFoldersOfTheWindowsFamily)
         // After a failure both keys are asked: the user's path stays when the one of all users is longer. That length
         // is the size of the next query, so all is well again.
         {CRegistry::OS_WINXP, "Common Desktop", {1, 2, 3}, "menu\\3.lnk|u\\2.lnk|All Users\\Desktop\\1.lnk|"},
+        // A key that cannot be opened is a failure, too.
+        {CRegistry::OS_WIN98, "", {1}, "common\\1.lnk|", KEY_SET_VALUE},
+        {CRegistry::OS_WINXP, "C", {1, 2}, "u\\2.lnk|All Users\\Desktop\\1.lnk|", KEY_SET_VALUE},
     };
-    for (const auto& [windows, missingValue, locations, made] : cases)
+    for (const auto& [windows, missingValue, locations, made, rights] : cases)
     {
         const FakeVersion version(windows);
         ShortcutCreation shortcuts;
         WriteFolders();
-        RegDeleteKeyValueA(*missingValue == 'C' ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, ShellFolders, missingValue);
+        const HKEY root = *missingValue == 'C' ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+        RegDeleteKeyValueA(root, ShellFolders, missingValue);
+        RegistryWorld restricted;
+        restricted.Restrict(root, ShellFolders, rights);
         for (std::size_t i = 0; i < locations.size(); ++i)
             EXPECT_EQ(Create(shortcuts, std::to_string(i + 1).c_str(), locations[i]), S_OK);
         EXPECT_EQ(Made(), made);
