@@ -138,6 +138,12 @@ constexpr INKINFO NoReport()
     return ink;
 }
 constexpr INKINFO EmptyReport = NoReport();
+
+/// Starts the ordering program. Where it lies may not be known: the arguments must not stand in its place.
+bool Start(const CString& program, const CString& arguments)
+{
+    return !program.IsEmpty() && tvk::StartDetached(program + arguments);
+}
 } // namespace
 
 CGUIInkDisplay::CGUIInkDisplay() : m_apTanks{}, m_pInkInfo(nullptr), m_nMode(0), m_hModule(nullptr), m_strDIMSKey("PSW")
@@ -424,13 +430,15 @@ void CGUIInkDisplay::SetDIMSValue(CString printerName, unsigned long value)
 
 CString CGUIInkDisplay::OrderingProgram()
 {
-    return tvk::SystemDirectory(256) + "\\" + TextSetting("IDO_RZB_EXECUTABLENAME_PATH") + TextSetting("IDO_PSWX_NT");
+    CString file = "\\" + TextSetting("IDO_RZB_EXECUTABLENAME_PATH");
+    file += TextSetting("IDO_PSWX_NT");
+    return tvk::BelowSystemDirectory(file, 256);
 }
 
 void CGUIInkDisplay::LaunchInkOrderApp()
 {
-    const CString commandLine = OrderingProgram() + " " + TextSetting("IDO_ORDERSUPPLIES_EXECUTABLENAME_ARGUMENTS");
-    if (!tvk::StartDetached(commandLine))
+    const CString program = OrderingProgram();
+    if (!Start(program, " " + TextSetting("IDO_ORDERSUPPLIES_EXECUTABLENAME_ARGUMENTS")))
     {
         m_Spy.OutputData("CreateProcess() Return Code");
         m_Spy.OutputData(0);
@@ -439,23 +447,25 @@ void CGUIInkDisplay::LaunchInkOrderApp()
 
 void CGUIInkDisplay::LaunchReorderInkApp()
 {
-    CString commandLine = OrderingProgram();
+    const CString program = OrderingProgram();
+    CString arguments;
     if (NumberSetting("IDO_ONECLICK_INK_ORDER") == 1)
     {
-        commandLine += " /F=\"" + TextSetting("IDO_PRINTER_MODEL") + "\" /T=";
-        commandLine += NumberSetting("IDO_MORVAY_GUI_OPTION") == 1 ? "700" : "203";
-        commandLine += " /L=a";
+        arguments = " /F=\"" + TextSetting("IDO_PRINTER_MODEL") + "\" /T=";
+        arguments += NumberSetting("IDO_MORVAY_GUI_OPTION") == 1 ? "700" : "203";
+        arguments += " /L=a";
     }
     else
     {
-        commandLine += " " + TextSetting("IDO_DESKTOPICON_EXECUTABLENAME_ARGUMENTS");
+        arguments = " " + TextSetting("IDO_DESKTOPICON_EXECUTABLENAME_ARGUMENTS");
     }
-    tvk::StartDetached(commandLine);
+    Start(program, arguments);
 }
 
 void CGUIInkDisplay::LaunchReorderInkAppSilentMode()
 {
-    tvk::StartDetached(OrderingProgram() + " /M=" + TextSetting("IDO_PRINTER_MODEL") + " /T=701 /L=a");
+    const CString program = OrderingProgram();
+    Start(program, " /M=" + TextSetting("IDO_PRINTER_MODEL") + " /T=701 /L=a");
 }
 
 unsigned long CGUIInkDisplay::NumberSetting(const char* key)

@@ -341,7 +341,7 @@ CString TvkProduct::GetPreloadCartID()
     product.GetSetting("IDO_PLC_SECTION_NAME", section);
     const PreloadedCartridge& cartridge = PreloadedCartridges[m_strKey == PreloadedCartridges[0].key ? 0 : 1];
     product.GetSetting(cartridge.iniKeySetting, iniKey);
-    return TvkIniFile().ReadINI(tvk::SystemDirectory() + "\\" + file, iniKey, section);
+    return TvkIniFile().ReadINI(tvk::BelowSystemDirectory("\\" + file), iniKey, section);
 }
 
 BOOL TvkProduct::TranslateDefaultCartID()

@@ -2,6 +2,7 @@
 #include "support/NothingLeft.h"
 #include "support/RecordingProgram.h"
 #include "support/TestProduct.h"
+#include "support/Watch.h"
 #include "ink/CGUIInkDisplay.h"
 #include <gtest/gtest.h>
 
@@ -43,4 +44,18 @@ TEST(Ordering, StartsTheProgramWithItsArgumentsAndLeavesNoHandleBehind)
         EXPECT_EQ(start.process, "priority 20, no console");
     };
     ExpectNothingLeftBehind(static_cast<int>(std::size(orders)), launch, 1);
+}
+
+TEST(Ordering, StartsNothingWhenItIsNotKnownWhereTheProgramLies)
+{
+    const TestProduct product({{"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", "spool\\"}, {"IDO_PSWX_NT", "order.exe"}});
+    const Watch<decltype(&CreateProcessA)> started("CreateProcessA");
+    for (const auto launch : {&CGUIInkDisplay::LaunchInkOrderApp, &CGUIInkDisplay::LaunchReorderInkApp,
+                              &CGUIInkDisplay::LaunchReorderInkAppSilentMode})
+    {
+        const Watch<decltype(&GetSystemDirectoryA)> refused("GetSystemDirectoryA", 1);
+        CGUIInkDisplay display;
+        (display.*launch)();
+    }
+    EXPECT_EQ(started.Calls(), 0);
 }

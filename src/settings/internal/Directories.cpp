@@ -12,14 +12,6 @@ bool IsWin9x()
     return CRegistry().GetOSPlatform() == CRegistry::OS_PLATFORM_WIN9X;
 }
 
-/// A directory in the system directory; empty when that is not known: the rest alone would be a path from the root of
-/// the current drive.
-CString BelowSystemDirectory(const CString& rest, DWORD size)
-{
-    const CString system = SystemDirectory(size);
-    return system.IsEmpty() ? system : system + rest;
-}
-
 CString NtSubdirectory(const CString& ntPath)
 {
     return ntPath + (CRegistry().GetOSVer() == CRegistry::OS_WINNT4 ? "2\\" : "3\\");
@@ -31,6 +23,12 @@ CString SystemDirectory(DWORD size)
     std::string directory(size, '\0');
     const UINT length = GetSystemDirectoryA(directory.data(), size);
     return length < size ? CString(directory.data(), static_cast<int>(length)) : CString();
+}
+
+CString BelowSystemDirectory(const CString& rest, DWORD size)
+{
+    const CString system = SystemDirectory(size);
+    return system.IsEmpty() ? system : system + rest;
 }
 
 CString PrinterDriverDirectory(const CString& ntPath)

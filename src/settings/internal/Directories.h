@@ -14,6 +14,10 @@ namespace tvk
 /// The Windows system directory, without a backslash at its end; empty when the system does not tell.
 CString SystemDirectory(DWORD size = MAX_PATH);
 
+/// The system directory and `rest`, which begins with a backslash. Empty when the system directory is not known: the
+/// rest alone would be a path from the root of the current drive.
+CString BelowSystemDirectory(const CString& rest, DWORD size = MAX_PATH);
+
 /// The printer driver's directory, with the backslash at its end. On the NT family: the system directory, `ntPath` (the
 /// setting `IDO_WINNTPATH`), then "2\" before Windows 2000 and "3\" since; on the 9x family the system directory alone.
 /// Empty when the system directory is not known.
