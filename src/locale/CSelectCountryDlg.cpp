@@ -2,8 +2,8 @@
 #include "locale/SelectCountryResources.h"
 
 BEGIN_MESSAGE_MAP(CSelectCountryDlg, CDialog)
-    ON_LBN_SELCHANGE(IDC_SELECT_COUNTRY_LIST, OnListSelection)
-    ON_LBN_DBLCLK(IDC_SELECT_COUNTRY_LIST, OnListDoubleClick)
+    ON_LBN_SELCHANGE(IDC_SELECT_COUNTRY_LIST, &CSelectCountryDlg::OnListSelection)
+    ON_LBN_DBLCLK(IDC_SELECT_COUNTRY_LIST, &CSelectCountryDlg::OnListDoubleClick)
 END_MESSAGE_MAP()
 
 CSelectCountryDlg::CSelectCountryDlg(CWnd* parent) : CDialog(IDD_SELECT_COUNTRY, parent) {}
@@ -38,7 +38,8 @@ void CSelectCountryDlg::OnOK()
 
 void CSelectCountryDlg::OnListSelection()
 {
-    GetDlgItem(IDOK)->EnableWindow(m_List.GetCurSel() != LB_ERR);
+    if (CWnd* const ok = GetDlgItem(IDOK)) // a template may lack it
+        ok->EnableWindow(m_List.GetCurSel() != LB_ERR);
 }
 
 void CSelectCountryDlg::OnListDoubleClick()

@@ -70,33 +70,27 @@ int OEMTeleIni::GetPhoneNumber(CString locale, CString& number)
 CString OEMTeleIni::ReadMyLocaleKey(CString valueName)
 {
     CString locale;
-    try
-    {
-        if (m_Registry.Open(HKEY_LOCAL_MACHINE, m_strSuppliesPath, 0, KEY_ALL_ACCESS))
-            tvk::ReadText(m_Registry, valueName, locale);
-        m_Registry.Close();
-    }
-    catch (CRegistryException* exception)
-    {
-        exception->Delete();
-    }
+    tvk::Succeeds(
+        [&]
+        {
+            if (m_Registry.Open(HKEY_LOCAL_MACHINE, m_strSuppliesPath, 0, KEY_ALL_ACCESS))
+                tvk::ReadText(m_Registry, valueName, locale);
+        });
+    m_Registry.Close();
     return locale;
 }
 
 void OEMTeleIni::WriteMyLocaleKey(CString locale)
 {
-    try
-    {
-        unsigned long disposition = 0;
-        m_Registry.Create(disposition, HKEY_LOCAL_MACHINE, m_strSuppliesPath, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                          nullptr);
-        m_Registry.Write(m_strMyLocaleName, reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(locale)),
-                         static_cast<unsigned long>(locale.GetLength()), REG_SZ);
-    }
-    catch (CRegistryException* exception)
-    {
-        exception->Delete(); // the country is then asked for, or worked out, again
-    }
+    tvk::Succeeds( // otherwise the country is asked for, or worked out, again
+        [&]
+        {
+            unsigned long disposition = 0;
+            m_Registry.Create(disposition, HKEY_LOCAL_MACHINE, m_strSuppliesPath, REG_OPTION_NON_VOLATILE,
+                              KEY_ALL_ACCESS, nullptr);
+            m_Registry.Write(m_strMyLocaleName, reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(locale)),
+                             static_cast<unsigned long>(locale.GetLength()), REG_SZ);
+        });
     m_Registry.Close();
 }
 
@@ -144,16 +138,15 @@ void OEMTeleIni::ExpandCombobox(CComboBox* combo)
 {
     const int dropDownWidth = static_cast<int>(combo->SendMessage(CB_GETDROPPEDWIDTH));
     int widest = 0;
-    CDC* dc = combo->GetDC();
+    CClientDC dc(combo);
     for (int i = 0; i < combo->GetCount(); ++i)
     {
         CString item;
         combo->GetLBText(i, item);
         SIZE extent = {};
-        ::GetTextExtentPoint32A(dc->m_hDC, item, item.GetLength(), &extent);
+        ::GetTextExtentPoint32A(dc.m_hDC, item, item.GetLength(), &extent);
         widest = std::max<int>(widest, extent.cx);
     }
-    combo->ReleaseDC(dc);
     if (dropDownWidth >= widest)
         return;
     const CRect rect = tvk::RectInParent(combo->m_hWnd);
