@@ -1,5 +1,6 @@
 #include "RegistryReport.h"
 #include <afx.h>
+#include "settings/TvkProduct.h"
 #include "system/CSafeRegistry.h"
 #include <cstdio>
 #include <cstring>
@@ -9,7 +10,6 @@ namespace
 constexpr char Section[] = "Demo";
 char NumberName[] = "Job Progress Minimized";
 char TextName[] = "JSW Skin";
-constexpr char Skin[] = "torvskin2.dll";
 
 const unsigned char* Bytes(const void* data)
 {
@@ -30,8 +30,11 @@ bool ReportRegistry(const char* printer)
     }
     std::printf("  created   %s\n", static_cast<LPCSTR>(key.GetSubKey()));
     const unsigned long minimized = 1;
+    const CString skin = TvkProduct::GetProductPrefix() + "skin2.dll";
     bool good = key.Write(NumberName, Bytes(&minimized), sizeof minimized, REG_DWORD) != 0;
-    good = key.Write(TextName, Bytes(Skin), sizeof Skin, REG_SZ) && good;
+    good = key.Write(TextName, Bytes(static_cast<LPCSTR>(skin)), static_cast<unsigned long>(skin.GetLength()) + 1,
+                     REG_SZ) &&
+           good;
 
     char name[64];
     unsigned char data[64];
@@ -52,7 +55,7 @@ bool ReportRegistry(const char* printer)
     unsigned long number = 0, size = sizeof number, type = 0;
     good = key.Read(reinterpret_cast<unsigned char*>(&number), &size, &type, NumberName) && number == minimized && good;
     unsigned long textSize = sizeof data;
-    good = key.Read(data, &textSize, &type, TextName) && std::strcmp(reinterpret_cast<char*>(data), Skin) == 0 && good;
+    good = key.Read(data, &textSize, &type, TextName) && skin == reinterpret_cast<char*>(data) && good;
     std::printf("  read back %s\n", good ? "what was written" : "something else");
 
     char missing[] = "Not There";

@@ -11,7 +11,7 @@ constexpr int PaperTwinColumn = 186;
 } // namespace
 
 BEGIN_MESSAGE_MAP(SupportDialog, CDialog)
-    ON_BN_CLICKED(IDC_CHANGE_COUNTRY, OnChangeCountry)
+    ON_BN_CLICKED(IDC_CHANGE_COUNTRY, &SupportDialog::OnChangeCountry)
 END_MESSAGE_MAP()
 
 SupportDialog::SupportDialog(const CString& printer)

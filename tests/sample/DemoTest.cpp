@@ -79,7 +79,7 @@ TEST_F(Demo, FollowsAClickToTheBrowserAndTheRecorder)
         EXPECT_EQ(rest.find("The trace"), rest.find('\n') + 1) << "more than one record";
         EXPECT_THAT(rest, HasSubstr("  CGUIUrlLink::ConstructStandardURL\n  " + supplies));
     }
-    DeleteFileA("C:\\windows\\system32\\spool\\drivers\\x64\\3\\torvport.dll");
+    ASSERT_TRUE(DeleteFileA("C:\\windows\\system32\\spool\\drivers\\x64\\3\\" PRODUCT_PREFIX "port.dll"));
     const ProcessResult unrecorded = RunProcess("demohost.exe journey", 60000);
     EXPECT_EQ(unrecorded.exitCode, 1u);
     EXPECT_THAT(unrecorded.output, AllOf(HasSubstr("kept:\n  nothing\n"), HasSubstr("The visit was not recorded.\n")));

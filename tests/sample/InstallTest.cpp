@@ -12,13 +12,13 @@
 #include "support/Probe.h"
 #include "support/RegistryWorld.h"
 #include "support/Screen.h"
+#include "support/Screen.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <set>
 #include <string>
@@ -99,14 +99,6 @@ std::string Usage()
 {
     std::ifstream file(std::string(DriverFolder) + "usage.txt", std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// Handles messages until the condition holds; ten seconds at most.
-bool Await(const std::function<bool()>& condition)
-{
-    for (int tries = 0; !condition() && tries < 500; ++tries)
-        PumpMessages(20);
-    return condition();
 }
 
 /// Runs the installer, which succeeds; what it printed.
@@ -230,12 +222,12 @@ TEST_F(InstalledProduct, HelpOpensInTheViewerAndInTheProcess)
     {
         CatsWinHelp(nullptr, Text("IDO_PSW_HELPFILE").c_str(), 15, 302, "LM460-0142-7", launchViewer);
         HWND help = nullptr;
-        ASSERT_TRUE(Await([&] { return (help = FindWindowA("HH Parent", "Torvane Larkmoor Help")) != nullptr; }));
+        ASSERT_TRUE(Until([&] { return (help = FindWindowA("HH Parent", "Torvane Larkmoor Help")) != nullptr; }));
         DWORD process = 0;
         GetWindowThreadProcessId(help, &process);
         EXPECT_EQ(process == GetCurrentProcessId(), !launchViewer);
         PostMessageA(help, WM_CLOSE, 0, 0);
-        EXPECT_TRUE(Await([help] { return !IsWindow(help); }));
+        EXPECT_TRUE(Until([help] { return !IsWindow(help); }));
         EXPECT_THAT(Usage(), AllOf(HasSubstr("  LM460-0142-7  item 0x6015: help topic 302\r\n"),
                                    EndsWith("  LM460-0142-7  item 0x6015: 1, 1 times\r\n")));
     }
