@@ -30,7 +30,7 @@ public:
     std::optional<CString> Text(const char* name, DWORD capacity);
 
     void WriteNumber(const char* name, DWORD number);
-    /// The number and four bytes of padding, declared as a number of eight bytes.
+    /// The number and four bytes of padding: a REG_DWORD like every number, but eight bytes long.
     void WriteWideNumber(const char* name, DWORD number);
     /// The text without its terminator.
     void WriteText(const char* name, const CString& text);
