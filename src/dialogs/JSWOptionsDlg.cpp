@@ -79,6 +79,13 @@ tvk::Module LoadResources(const CString& path)
         library.Reset(::LoadLibraryExA(path, nullptr, LOAD_LIBRARY_AS_DATAFILE));
     return library;
 }
+
+/// A dialog that was opened without Init or InitModal has saved none.
+void PutBack(HMODULE savedResource)
+{
+    if (savedResource)
+        AfxSetResourceHandle(savedResource);
+}
 } // namespace
 
 IMPLEMENT_DYNAMIC(JSWOptionsDlg, CDialog)
@@ -119,6 +126,11 @@ JSWOptionsDlg::~JSWOptionsDlg()
 
 void JSWOptionsDlg::InitModal(CString strPrinterName, CString strSkinDirectory)
 {
+    if (m_hWnd)
+    {
+        const tvk::ResourceHandleScope current(AfxGetResourceHandle());
+        DestroyWindow(); // DoModal makes one of its own
+    }
     m_strPrinterName = strPrinterName;
     m_strSkinDirectory = strSkinDirectory;
     m_strCaption.Empty();
@@ -174,8 +186,8 @@ void JSWOptionsDlg::PostNcDestroy()
 {
     CDialog::PostNcDestroy();
     m_Preview.reset();
-    if (m_hSavedResource)
-        AfxSetResourceHandle(m_hSavedResource);
+    PutBack(m_hSavedResource);
+    tvk::LeaveModalLoop(*this);
 }
 
 CString JSWOptionsDlg::Setting(const char* key)
@@ -337,7 +349,10 @@ void JSWOptionsDlg::HideSkinChoice()
 
 bool JSWOptionsDlg::RetailerHidesSkins()
 {
-    const CString file = tvk::PrinterDriverDirectory(m_Product) + Setting("IDO_RETAILERSPECIFIC_INIFILE_NAME");
+    const CString directory = tvk::PrinterDriverDirectory(m_Product);
+    if (directory.IsEmpty()) // a bare name would be looked for elsewhere
+        return false;
+    const CString file = directory + Setting("IDO_RETAILERSPECIFIC_INIFILE_NAME");
     return TvkIniFile().ReadINI(file, Setting("IDO_SKIN_DIRECTIVE_KEY_NAME"),
                                 Setting("IDO_RETAILER_SPECIFIC_SECTION_NAME")) == "1";
 }
@@ -411,7 +426,7 @@ void JSWOptionsDlg::Close()
         EndDialog(IDOK);
     else
         DestroyWindow();
-    AfxSetResourceHandle(m_hSavedResource);
+    PutBack(m_hSavedResource);
 }
 
 void JSWOptionsDlg::OnAlwaysShow()
@@ -515,7 +530,7 @@ bool JSWOptionsDlg::LoadSkin(const CString& path)
         if (!preview->Load(skin.Get(), PreviewArea().Size()))
             preview.reset();
     }
-    AfxSetResourceHandle(m_hSavedResource); // what the host has made current meanwhile does not count
+    PutBack(m_hSavedResource); // what the host has made current meanwhile does not count
     m_Preview = std::move(preview);
     return true;
 }

@@ -24,6 +24,8 @@ class SkinPreview;
 /// open. A dialog that closes, in whatever way, puts back the handle that was current when it was set up. Dialogs that
 /// are open at the same time must therefore be closed in the opposite order, or the host sees to the handle itself.
 ///
+/// Its owner is the application's main window (CWinApp::m_pMainWnd). A modal dialog without one disables nothing.
+///
 /// A skin is a library of bitmaps. Its preview is loaded when it is shown, and the library is freed at once, so that
 /// skins can be replaced while the dialog is open.
 ///
@@ -52,7 +54,7 @@ public:
     ~JSWOptionsDlg() override;
 
     /// Prepares a modal dialog; call DoModal next. Its result is 1 however the user closes it, -1 when it cannot be
-    /// made.
+    /// made, or goes with its owner. A modeless dialog that is open is closed; the resource handle stays as it is.
     /// @param strPrinterName    the printer's friendly name, also the caption
     /// @param strSkinDirectory  the product's own skins, with the backslash at the end
     void InitModal(CString strPrinterName, CString strSkinDirectory);
@@ -69,6 +71,7 @@ public:
     /// Does nothing: the options are saved when the user accepts them.
     void SaveSettings();
 
+    /// The keys of a dialog, as CDialog has them.
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:

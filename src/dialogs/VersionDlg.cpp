@@ -137,6 +137,12 @@ VersionDlg::~VersionDlg()
     m_KeptResource.Keep();
 }
 
+void VersionDlg::PostNcDestroy()
+{
+    CDialog::PostNcDestroy();
+    tvk::LeaveModalLoop(*this);
+}
+
 void VersionDlg::DoDataExchange(CDataExchange* pDX)
 {
     CDialog::DoDataExchange(pDX);
@@ -156,22 +162,25 @@ bool VersionDlg::IsNT()
     return m_Registry.GetOSPlatform() == CRegistry::OS_PLATFORM_NT;
 }
 
+/// Empty when the system directory is not known.
 CString VersionDlg::ComponentDirectory(const CString& file)
 {
     if (!IsNT() || file == Setting("IDO_FILELCS"))
-        return tvk::SystemDirectory() + "\\";
+        return tvk::BelowSystemDirectory("\\");
     if (file == Setting("IDO_FILEPP_NT"))
-        return tvk::SystemDirectory() + Setting("IDO_PRTPROCSPATH");
+        return tvk::BelowSystemDirectory(Setting("IDO_PRTPROCSPATH"));
     return tvk::PrinterDriverDirectory(m_Product);
 }
 
 CString VersionDlg::GetDriverVersion()
 {
     m_Spy.OutputData("VersionDlg::GetDriverVersion()");
-    const CString path = tvk::PrinterDriverDirectory(m_Product) + Setting("IDO_PRODVER");
+    const CString directory = tvk::PrinterDriverDirectory(m_Product), path = directory + Setting("IDO_PRODVER");
     m_Spy.OutputData("fileName ==");
     m_Spy.OutputData(path);
-    const CString version = m_IniFile.ReadINI(path, Setting("IDO_PRODVERKEYNAME"), Setting("IDO_PRODVERSECTION"));
+    CString version;
+    if (!directory.IsEmpty()) // a bare name would be looked for elsewhere
+        version = m_IniFile.ReadINI(path, Setting("IDO_PRODVERKEYNAME"), Setting("IDO_PRODVERSECTION"));
     if (version.IsEmpty())
     {
         m_Spy.OutputData("Failed to read file");
@@ -188,8 +197,8 @@ CString VersionDlg::GetFileVersion(CString strFile)
     m_Spy.OutputData(strFile);
     CString version;
     version.LoadString(IDS_VERSION_UNKNOWN);
-    const CString path = ComponentDirectory(strFile) + strFile;
-    const VersionInformation information(path);
+    const CString directory = ComponentDirectory(strFile), path = directory + strFile;
+    const VersionInformation information(directory.IsEmpty() ? directory : path); // a bare name would be searched for
     m_Spy.OutputData(path);
     if (!information.FileVersion(version))
     {
@@ -205,7 +214,7 @@ BOOL VersionDlg::OnInitDialog()
 {
     m_bDetails = 0; // the object may have been opened before
     CDialog::OnInitDialog();
-    ReadVersions();
+    ReadProductVersion();
     ApplyFonts();
     CRect window;
     GetWindowRect(&window);
@@ -213,18 +222,23 @@ BOOL VersionDlg::OnInitDialog()
     ShowDetails();
     m_Bitmap.LoadTransparent(IDB_VERSION_IMAGE, TransparentColour, nullptr);
     m_Palette.CreatePalette256(IDB_VERSION_IMAGE);
+    ReadComponentVersions();
     UpdateData(FALSE);
     ApplySettings();
     return TRUE;
 }
 
-void VersionDlg::ReadVersions()
+void VersionDlg::ReadProductVersion()
 {
     const CString driver = GetDriverVersion();
     m_astrRowVersion[UtilitiesRow] = GetFileVersion(Setting("IDO_UTILITIES_DLL"));
     const bool fromIni = m_Product.CompareSetting("IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", 1ul) && !driver.IsEmpty() &&
                          driver != Setting("IDO_DEFAULTSTRING");
     m_strProductVersion = fromIni ? driver : m_astrRowVersion[UtilitiesRow];
+}
+
+void VersionDlg::ReadComponentVersions()
+{
     for (std::size_t row = 0; row < UtilitiesRow; ++row)
         m_astrRowVersion[row] = GetFileVersion(Setting(IsNT() ? Rows[row].nt : Rows[row].win9x));
 }

@@ -18,6 +18,8 @@
 /// the dialog, and puts its own handle back; the library stays loaded as long as the dialog is open. Which files, which
 /// INI file and which buttons there are is told by the product's settings.
 ///
+/// Closed by the user, DoModal answers IDOK or IDCANCEL; -1 when the dialog cannot be made, or goes with its owner.
+///
 /// A version that cannot be read shows as the text of string 10075. Every reading is traced; nothing is reported to the
 /// user.
 class AFX_EXT_CLASS VersionDlg : public CDialog
@@ -27,10 +29,12 @@ class AFX_EXT_CLASS VersionDlg : public CDialog
 public:
     /// @param pParent  owner window; null for the application's main window
     explicit VersionDlg(CWnd* pParent = nullptr);
+    /// Closes a modeless dialog that is still open.
     ~VersionDlg() override;
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
+    void PostNcDestroy() override;
 
     /// The printer driver's version from the product's version INI file: empty without the file, the product's default
     /// text without the value.
@@ -76,7 +80,8 @@ private:
     CString Setting(const char* key);
     bool IsNT();
     CString ComponentDirectory(const CString& file);
-    void ReadVersions();
+    void ReadProductVersion();
+    void ReadComponentVersions();
     void ApplyFonts();
     void ApplySettings();
     void ShowDetails();

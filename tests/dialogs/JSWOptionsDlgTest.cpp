@@ -3,27 +3,22 @@
 #include "DialogSupport.h"
 #include "dialogs/DialogIds.h"
 #include "links/LaunchCalls.h"
+#include "support/FakeVersion.h"
 #include "support/MessageBoxes.h"
 #include "support/NothingLeft.h"
 #include "support/RegistryWorld.h"
 #include "support/TraceWorld.h"
+#include "support/Watch.h"
 #include <algorithm>
-#include <array>
-#include <fstream>
 
 namespace
 {
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 using Bytes = std::optional<std::string>;
-using Halves = std::pair<COLORREF, COLORREF>; // colours of the left and of the right half of a preview
 
 constexpr char Printer[] = "Dialog Test Printer";
 const std::string UserKey = std::string("Printers\\") + Printer;
-constexpr char Driver[] = "C:\\windows\\system32\\spool\\drivers\\x64\\3\\";
 constexpr COLORREF Red = RGB(200, 10, 20), Blue = RGB(20, 30, 210), Key = RGB(0, 255, 0);
 
 std::string Number(DWORD number, std::size_t size = sizeof(DWORD))
@@ -55,13 +50,11 @@ class SkinFolder : public PlacedFiles
 public:
     using PlacedFiles::PlacedFiles;
     /// A library with this preview, or without any.
-    void Add(const std::string& name, std::string preview = TwoHalves(40, 20, {Red, Blue}))
+    void Add(const std::string& name, const std::string& preview = TwoHalves(40, 20, {Red, Blue}))
     {
-        Copy(name, TestProduct::LibraryName());
-        const HANDLE update = BeginUpdateResourceA(Path(name).c_str(), TRUE);
-        UpdateResourceA(update, MAKEINTRESOURCEA(preview.empty() ? 10 : 2), MAKEINTRESOURCEA(IDB_JSW_SKIN_PREVIEW), 0,
-                        preview.data(), static_cast<DWORD>(preview.size()));
-        ASSERT_TRUE(EndUpdateResourceA(update, FALSE)) << name;
+        Write(name, "");
+        const LPCSTR type = MAKEINTRESOURCEA(preview.empty() ? 10 : 2);
+        WriteLibrary(Path(name), {{type, MAKEINTRESOURCEA(IDB_JSW_SKIN_PREVIEW), preview}});
     }
     void AddBroken(const std::string& name) { Write(name, "no library"); }
     /// A skin for another processor: the system refuses it as a library, its resources can still be read.
@@ -87,10 +80,11 @@ public:
                      CRect* place = nullptr)
     {
         Init(Printer, skins.Path("").c_str(), caption, options, place);
-        EXPECT_TRUE(m_hWnd);
         SetForegroundWindow();
         Pump();
     }
+    /// Not set up, and not open yet.
+    Options() { m_strPrinterName = Printer; }
     std::vector<std::string> Skins() const { return {m_astrSkins, m_astrSkins + m_nLastSkin + 1}; }
     std::string Skin() const { return std::string(m_strSkin); }
     int ShowMode() const { return GetCheckedRadioButton(IDC_JSW_ALWAYS_SHOW, IDC_JSW_NEVER_SHOW); }
@@ -103,42 +97,20 @@ public:
     Halves Preview() const
     {
         const auto pixels = ShownPixels(*this, IDC_JSW_SKIN_PREVIEW);
-        const CRect area = AreaOf(*this, IDC_JSW_SKIN_PREVIEW);
+        const CRect area = AreaOf(::GetDlgItem(m_hWnd, IDC_JSW_SKIN_PREVIEW));
         const auto* middle = &pixels[static_cast<std::size_t>(area.Height() / 2 * area.Width() + area.Width() / 2)];
         return {middle[-10], middle[10]};
     }
 };
 
-std::vector<UINT> g_windows;    // what the next questions for the Windows directory are answered, then the truth
-std::vector<Halves> g_palettes; // what the selected palettes hold of a preview's colours
-UINT g_realized;                // how many colours a palette moves
+std::string g_written; // the registry values written: name, type, size, number or text
 
-constexpr UINT Truth = ~0u;
-
-UINT WINAPI ScriptedWindowsDirectory(LPSTR buffer, UINT size)
+LSTATUS WINAPI RecordWrite(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size)
 {
-    UINT result = GetWindowsDirectoryA(buffer, size);
-    if (!g_windows.empty())
-    {
-        result = g_windows.front() == Truth ? result : g_windows.front();
-        g_windows.erase(g_windows.begin());
-    }
-    return result;
-}
-
-HPALETTE WINAPI RecordPalette(HDC context, HPALETTE palette, BOOL background)
-{
-    std::array<PALETTEENTRY, 3> entries = {};
-    GetPaletteEntries(palette, 0, 3, entries.data());
-    const auto colour = [](const PALETTEENTRY& entry) { return RGB(entry.peRed, entry.peGreen, entry.peBlue); };
-    if (palette != GetStockObject(DEFAULT_PALETTE))
-        g_palettes.emplace_back(colour(entries[1]), colour(entries[2]));
-    return SelectPalette(context, palette, background);
-}
-
-UINT WINAPI ScriptedRealize(HDC)
-{
-    return g_realized;
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    g_written += name + (" " + std::to_string(type)) + " " + std::to_string(size) + " " +
+                 (type == REG_DWORD ? std::to_string(*reinterpret_cast<const DWORD*>(data)) : text) + "; ";
+    return RegSetValueExA(key, name, reserved, type, data, size);
 }
 
 const SettingList Settings = {
@@ -165,8 +137,6 @@ protected:
     {
         return RegistryWorld::Get(HKEY_CURRENT_USER, Key(key), name);
     }
-    /// The text of the remembered skin; "none" without.
-    static std::string StoredSkin() { return Stored("JSW", "JSW Skin").value_or("none").c_str(); }
     static void Forget() { RegDeleteTreeA(HKEY_CURRENT_USER, UserKey.c_str()); }
 
     const COLORREF m_face = GetSysColor(COLOR_3DFACE);
@@ -174,6 +144,7 @@ protected:
     RegistryWorld m_registry;
     SkinFolder m_skins{TestFolder() + "skins\\"};
     SkinFolder m_added{"C:\\windows\\dlgt skins\\"};
+    IatPatch m_writes{LibraryUnderTest(), "RegSetValueExA", &RecordWrite};
     MessageBoxes m_boxes{GetModuleHandleA("tvkframe.dll")};
 };
 } // namespace
@@ -187,18 +158,17 @@ TEST_F(OptionsDialog, DefaultsAreWrittenBack)
         {{{"IDO_HIDE_SOUND_OPTION", 1ul}, {"IDO_JSWDEFAULTSKIN", ""}}, 0, 0, ""}};
     for (const auto& [settings, minimized, sound, skin] : cases)
     {
-        SCOPED_TRACE(testing::Message() << minimized << sound << skin);
         Product(settings);
+        g_written.clear();
         Options dialog(m_skins);
+        EXPECT_EQ(g_written, "Job Progress Minimized 4 8 " + std::to_string(minimized) + // eight bytes, on purpose
+                                 "; Show Process Window 4 4 1; Sound 4 4 " + std::to_string(sound) + "; JSW Skin 1 " +
+                                 std::to_string(skin.size()) + " " + skin + "; "); // without a NUL
         EXPECT_EQ(dialog.ShowMode(), minimized ? IDC_JSW_SHOW_MINIMIZED : IDC_JSW_ALWAYS_SHOW);
         EXPECT_EQ(dialog.Checked(IDC_JSW_SOUND), sound != 0);
+        g_written.clear();
         dialog.Press(IDCANCEL);
-        EXPECT_EQ(dialog.m_hWnd, nullptr);
-        EXPECT_EQ(Stored("JSW", "Job Progress Minimized"), Number(minimized, 8)) << "eight bytes, on purpose";
-        EXPECT_EQ(Stored("JSW", "Show Process Window"), Number(1));
-        EXPECT_EQ(Stored("RZB", "Sound"), Number(sound));
-        EXPECT_EQ(StoredSkin(), skin);
-        EXPECT_EQ(Stored("JSW", "JSW Skin Change"), std::nullopt);
+        EXPECT_EQ(g_written, "");
         EXPECT_FALSE(RegistryWorld::Exists(HKEY_CURRENT_USER, Key("PSW")));
         Forget();
     }
@@ -217,10 +187,9 @@ TEST_F(OptionsDialog, StoredValuesAreShownAndBadOnesReplaced)
         {Number(0), Number(0, 8), Always, true},    {Number(0), "", Always, true}};
     for (const auto& [minimized, show, mode, replaced] : modes)
     {
-        SCOPED_TRACE(testing::PrintToString(minimized + show));
         Store("JSW", "Job Progress Minimized", minimized);
         Store("JSW", "Show Process Window", show);
-        EXPECT_EQ(Options(m_skins).ShowMode(), mode);
+        EXPECT_EQ(Options(m_skins).ShowMode(), mode) << testing::PrintToString(minimized + show);
         EXPECT_EQ(Stored("JSW", "Job Progress Minimized"), replaced && mode == Minimized ? Number(1, 8) : minimized);
         EXPECT_EQ(Stored("JSW", "Show Process Window"), replaced && mode == Always ? Number(1) : show);
     }
@@ -240,7 +209,7 @@ TEST_F(OptionsDialog, StoredValuesAreShownAndBadOnesReplaced)
     {
         Store("JSW", "JSW Skin", bytes, type);
         EXPECT_EQ(Options(m_skins).Skin(), skin);
-        EXPECT_EQ(StoredSkin(), skin);
+        EXPECT_STREQ(Stored("JSW", "JSW Skin").value_or("none").c_str(), skin.c_str());
     }
 }
 
@@ -263,26 +232,29 @@ TEST_F(OptionsDialog, OkSavesTheChoices)
 {
     m_skins.Add("dlgt1.dll");
     m_skins.Add("dlgt2.dll");
-    DWORD sound = 1;
+    bool sound = true;
     for (const int mode : {IDC_JSW_ALWAYS_SHOW, IDC_JSW_SHOW_MINIMIZED, IDC_JSW_NEVER_SHOW})
     {
         Options dialog(m_skins);
         dialog.Press(mode);
         dialog.Press(IDC_JSW_SOUND);
+        g_written.clear();
         dialog.Press(IDOK);
         sound = !sound;
-        EXPECT_EQ(Stored("JSW", "Show Process Window"), Number(mode != IDC_JSW_NEVER_SHOW));
-        EXPECT_EQ(Stored("JSW", "Job Progress Minimized"), Number(mode == IDC_JSW_SHOW_MINIMIZED));
-        EXPECT_EQ(Stored("RZB", "Sound"), Number(sound));
-        EXPECT_EQ(Stored("JSW", "JSW Skin Change"), std::nullopt) << "no other skin";
-        EXPECT_EQ(Options(m_skins).ShowMode(), mode);
+        const char* const modes[] = {"1; Job Progress Minimized 4 4 0; ", "1; Job Progress Minimized 4 4 1; ",
+                                     "0; Job Progress Minimized 4 4 0; "};
+        EXPECT_EQ(g_written, std::string("Show Process Window 4 4 ") + modes[mode - IDC_JSW_ALWAYS_SHOW] +
+                                 (sound ? "Sound 4 4 1; " : "Sound 4 4 0; ") + "First 4 4 0; Second 4 4 0; ");
+        const Options again(m_skins);
+        EXPECT_EQ(again.ShowMode(), mode);
+        EXPECT_EQ(again.Checked(IDC_JSW_SOUND), sound);
     }
     Options dialog(m_skins);
+    g_written.clear();
     dialog.Press(IDC_JSW_SKIN_NEXT);
-    EXPECT_EQ(Stored("JSW", "JSW Skin Change"), std::nullopt) << "not before it is accepted";
+    EXPECT_EQ(g_written, "") << "not before it is accepted";
     dialog.Press(IDOK);
-    EXPECT_EQ(StoredSkin(), "dlgt2.dll");
-    EXPECT_EQ(Stored("JSW", "JSW Skin Change"), Number(1));
+    EXPECT_THAT(g_written, HasSubstr("Sound 4 4 0; JSW Skin 1 9 dlgt2.dll; JSW Skin Change 4 4 1; First"));
     EXPECT_EQ(Options(m_skins).m_nCurrentSkin, 1);
 }
 
@@ -341,7 +313,6 @@ TEST_F(OptionsDialog, SkinsAreFoundInOrderAndBrowsed)
             dialog.SendMessage(WM_COMMAND, id);
         EXPECT_EQ(dialog.Ways(), "") << "no skin at all";
         EXPECT_EQ(dialog.Preview(), Halves(m_face, m_face));
-        EXPECT_EQ(dialog.m_bSkinChanged, 0);
     }
     for (const char* name : {"dlgt1.dll", "dlgt99.dll", "dlgt100.dll", "dlgt2.txt", "dlgt01.dll", "dlgt10.dll"})
         m_skins.Add(name);
@@ -353,17 +324,17 @@ TEST_F(OptionsDialog, SkinsAreFoundInOrderAndBrowsed)
     EXPECT_THAT(dialog.Skins(), ElementsAre("dlgt1.dll", "dlgt10.dll", "dlgt99.dll", "dlgm0.dll", "dlgm7.dll"));
     EXPECT_EQ(dialog.m_nPrimarySkins, 3);
     EXPECT_EQ(dialog.m_nCurrentSkin, 1);
-    EXPECT_EQ(dialog.m_bSkinChanged, 0);
     std::string way;
     for (const int id : {IDC_JSW_SKIN_PREVIOUS, IDC_JSW_SKIN_PREVIOUS, IDC_JSW_SKIN_NEXT, IDC_JSW_SKIN_NEXT,
                          IDC_JSW_SKIN_NEXT, IDC_JSW_SKIN_NEXT, IDC_JSW_SKIN_NEXT, IDC_JSW_SKIN_PREVIOUS})
     {
+        AfxSetResourceHandle(m_host);
         dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(id)); // also past a disabled button
-        way += dialog.Skin() + dialog.Ways() + " ";
+        way += dialog.Skin() + dialog.Ways() + (AfxGetResourceHandle() == m_library ? " " : "! ");
     }
-    EXPECT_EQ(way, "dlgt1.dll> dlgt1.dll> dlgt10.dll<> dlgt99.dll<> dlgm0.dll<> dlgm7.dll< dlgm7.dll< dlgm0.dll<> ");
-    EXPECT_EQ(dialog.m_bSkinChanged, 1);
-    EXPECT_THAT(m_boxes.Shown(), IsEmpty());
+    EXPECT_EQ(way, "dlgt1.dll> dlgt1.dll>! dlgt10.dll<> dlgt99.dll<> dlgm0.dll<> dlgm7.dll< dlgm7.dll<! dlgm0.dll<> ")
+        << "every step, but none that stays, puts back the resource handle";
+    EXPECT_THAT(m_boxes.Shown(), testing::IsEmpty());
     RemoveDirectoryA(m_skins.Path("dlgt3.dll").c_str());
 }
 
@@ -383,11 +354,8 @@ TEST_F(OptionsDialog, TwoHundredSkinsAreAll)
     EXPECT_EQ(dialog.Ways(), "<");
     const std::vector<std::string> boxes = m_boxes.Shown();
     ASSERT_EQ(boxes.size(), 200u);
-    for (const auto& [index, path] : {std::pair{0, m_skins.Path("dlgt0.dll")},
-                                      {99, m_skins.Path("dlgt99.dll")},
-                                      {100, m_added.Path("dlgm0.dll")},
-                                      {199, m_added.Path("dlgm99.dll")}})
-        EXPECT_THAT(boxes[static_cast<std::size_t>(index)], StartsWith(path + "|Skin LoadLibrary Failed|"));
+    EXPECT_THAT(boxes[99], testing::StartsWith(m_skins.Path("dlgt99.dll|Skin LoadLibrary Failed|")));
+    EXPECT_THAT(boxes[199], testing::StartsWith(m_added.Path("dlgm99.dll|Skin LoadLibrary Failed|")));
 }
 
 TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
@@ -426,7 +394,7 @@ TEST_F(OptionsDialog, SkinsMayGoBadWhileTheDialogIsOpen)
         EXPECT_EQ(dialog.m_bSkinChanged, changed);
         EXPECT_EQ(m_boxes.Shown().size(), boxes);
     }
-    const auto width = static_cast<std::size_t>(AreaOf(dialog, IDC_JSW_SKIN_PREVIEW).Width());
+    const auto width = static_cast<std::size_t>(AreaOf(GetDlgItem(dialog.m_hWnd, IDC_JSW_SKIN_PREVIEW)).Width());
     EXPECT_EQ(ShownPixels(dialog, IDC_JSW_SKIN_PREVIEW)[8 * width + width / 2], m_face)
         << "above what was made smaller";
 }
@@ -438,63 +406,65 @@ TEST_F(OptionsDialog, UnknownWindowsDirectoryIsTraced)
     m_added.Add("dlgm2.dll");
     TraceWorld trace;
     Product();
-    // What is remembered; the answers (for the list, for the skin first shown if it is an added one, for the step); the
-    // step; where the last answer is traced; how many skins there are.
-    const std::tuple<std::string, std::vector<UINT>, int, std::string, std::size_t> cases[] = {
-        {"dlgt1.dll", {0}, 0, "OnInitDialog1", 1},
-        {"dlgt1.dll", {300}, 0, "OnInitDialog1", 1},
-        {"dlgt1.dll", {261}, 0, "OnInitDialog1", 1},
-        {"dlgt1.dll", {260}, 0, "", 3},
-        {"dlgm1.dll", {Truth, 0}, 0, "OnInitDialog2", 3},
-        {"dlgt1.dll", {Truth, 0}, IDC_JSW_SKIN_NEXT, "OnNext", 3},
-        {"dlgm2.dll", {Truth, Truth, 0}, IDC_JSW_SKIN_PREVIOUS, "OnPrevious", 3}};
-    const IatPatch patch(LibraryUnderTest(), "GetWindowsDirectoryA", &ScriptedWindowsDirectory);
-    for (const auto& [remembered, answers, step, place, skins] : cases)
+    // What is remembered; which question for the directory is refused (for the list, for the skin first shown if it is
+    // an added one, for the step), and the answer; the step; where that is traced; how many skins there are.
+    const std::tuple<std::string, int, UINT, int, std::string, std::size_t> cases[] = {
+        {"dlgt1.dll", 1, 0, 0, "OnInitDialog1", 1},
+        {"dlgt1.dll", 1, 300, 0, "OnInitDialog1", 1},
+        {"dlgt1.dll", 1, 261, 0, "OnInitDialog1", 1},
+        {"dlgt1.dll", 1, 260, 0, "", 1}, // the answer counts, an empty path
+        {"dlgm1.dll", 2, 0, 0, "OnInitDialog2", 3},
+        {"dlgt1.dll", 2, 0, IDC_JSW_SKIN_NEXT, "OnNext", 3},
+        {"dlgm2.dll", 3, 0, IDC_JSW_SKIN_PREVIOUS, "OnPrevious", 3}};
+    for (const auto& [remembered, question, answer, step, place, skins] : cases)
     {
-        const std::string last = std::to_string(answers.back());
-        SCOPED_TRACE(place + last);
         trace.Clear();
         Store("JSW", "JSW Skin", remembered, REG_SZ);
-        g_windows = answers;
+        const Watch<decltype(&GetWindowsDirectoryA)> watch("GetWindowsDirectoryA", question, LibraryUnderTest(),
+                                                           answer);
         Options dialog(m_skins);
-        if (step)
-            dialog.Press(step);
-        EXPECT_THAT(g_windows, IsEmpty());
-        EXPECT_EQ(dialog.Skins().size(), skins);
+        dialog.Press(step);
+        EXPECT_EQ(dialog.Skins().size(), skins) << place << answer;
         EXPECT_EQ(dialog.Skin(), remembered) << "stays where it was";
-        std::string found;
-        const auto records = trace.Records();
-        for (std::size_t i = 0; i + 1 < records.size(); ++i)
-            if (records[i].find("GetWindowsDirectory") != std::string::npos)
-                found += records[i] + records[i + 1];
-        const std::string text = "(char)JSWOptionsDlg::" + place + ": GetWindowsDirectory failed.\n(DWORD)" + last;
-        EXPECT_EQ(found, place.empty() ? "" : text);
+        const std::string steps = trace.Steps(), found = steps.substr(std::min(steps.find("(char)JSW"), steps.size())),
+                          text = "(char)JSWOptionsDlg::" + place + ": GetWindowsDirectory failed.\n\n(DWORD)";
+        EXPECT_EQ(found, place.empty() ? "" : text + std::to_string(answer) + "\n");
     }
 }
 
 TEST_F(OptionsDialog, SettingsAndRetailerHideTheSkins)
 {
-    const std::tuple<SettingList, std::string, std::string> cases[] = {
-        // directive; last digits of the controls shown
-        {{}, "", "56789"},
-        {{{"IDO_SKIN_URL_OVERRIDE", "1"}}, "", "5678"},
-        {{{"IDO_HIDE_APPEARANCESTYLE_OPTION", 1ul}}, "", ""},
-        {{{"IDO_ONECLICK_INK_ORDER", 1ul}}, "", ""},
-        {{{"IDO_ONECLICK_INK_ORDER", 2ul}}, "", "56789"},
-        {{}, "[Retailer]\r\nHideSkins=1\r\n", ""},
-        {{}, "[Retailer]\r\nHideSkins=0\r\n", "56789"},
-        {{}, "[Retailer]\r\nHideSkins=yes\r\n", "56789"}};
-    for (const auto& [settings, retailer, expected] : cases)
+    const std::string system = "C:\\windows\\system32\\", drivers = system + "spool\\drivers\\x64\\",
+                      driver = drivers + "3\\", older = drivers + "2\\";
+    const PlacedFiles folder(older);
+    const std::tuple<SettingList, int, std::string, std::string, std::string> cases[] = {
+        // the Windows version; where the retailer's file lies; its directive; last digits of the controls shown
+        {{}, 9, driver, "", "56789"},
+        {{{"IDO_SKIN_URL_OVERRIDE", "1"}}, 9, driver, "", "5678"},
+        {{{"IDO_HIDE_APPEARANCESTYLE_OPTION", 1ul}}, 9, driver, "", ""},
+        {{{"IDO_ONECLICK_INK_ORDER", 1ul}}, 9, driver, "", ""},
+        {{{"IDO_ONECLICK_INK_ORDER", 2ul}}, 9, driver, "", "56789"},
+        {{}, 9, driver, "1", ""},
+        {{}, 9, driver, "yes", "56789"},
+        {{}, 7, older, "1", ""},
+        {{}, 5, system, "1", ""},
+        {{}, 0, "C:\\windows\\", "1", "56789"}}; // the system directory is not known
+    for (const auto& [settings, version, place, directive, expected] : cases)
     {
-        SCOPED_TRACE(retailer + expected);
         Product(settings);
         PlacedFiles files;
-        files.Write(std::string(Driver) + "dlgt.ini", retailer);
+        for (const std::string& path : {place, std::string()}) // a bare name would be looked for here first
+            files.Write(path + "dlgt.ini", "[Retailer]\r\nHideSkins=" + directive + "\r\n");
+        const FakeVersion windows(version ? version : 9);
+        std::optional<IatPatch> directory;
+        if (!version)
+            directory.emplace(
+                LibraryUnderTest(), "GetSystemDirectoryA", +[](LPSTR, UINT) { return 0u; });
         const Options dialog(m_skins);
         std::string shown;
         for (int id = IDC_JSW_SKIN_LABEL; id <= IDC_JSW_SKIN_LINK; ++id)
             shown += dialog.Shows(id) ? std::to_string(id % 10) : "";
-        EXPECT_EQ(shown, expected);
+        EXPECT_EQ(shown, expected) << place << directive;
     }
 }
 
@@ -517,8 +487,7 @@ TEST_F(OptionsDialog, TextsAndPlaceFollowTheHost)
     }
     const Options other(m_skins, nullptr, 0, &outside);
     other.GetWindowRect(&window);
-    EXPECT_EQ(window.top, 0);
-    EXPECT_EQ(window.right, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_EQ(CPoint(window.right, window.top), CPoint(GetSystemMetrics(SM_CXSCREEN), 0));
 }
 
 TEST_F(OptionsDialog, EveryWayOfClosingPutsTheResourceHandleBack)
@@ -526,40 +495,49 @@ TEST_F(OptionsDialog, EveryWayOfClosingPutsTheResourceHandleBack)
     const std::pair<UINT, WPARAM> ways[] = {{WM_COMMAND, IDOK},      {WM_COMMAND, IDCANCEL},
                                             {WM_CLOSE, 0},           {WM_KEYDOWN, VK_ESCAPE},
                                             {WM_KEYDOWN, VK_RETURN}, {WM_SYSCOMMAND, SC_CLOSE}};
+    PlacedFiles files;
+    files.Copy(TestFolder() + "dlgt-jres.dll", "dialogs\\" PRODUCT_PREFIX "jres.dll");
+    const HMODULE copy = LoadLibraryA("dlgt-jres.dll");
     for (const auto& [message, wParam] : ways)
     {
         SCOPED_TRACE(testing::Message() << message << " " << wParam);
-        Options dialog(m_skins);
-        AfxSetResourceHandle(m_host);
+        Options dialog(m_skins), other(m_skins);
+        AfxSetResourceHandle(copy);
         dialog.PostMessage(message, wParam);
         Pump();
         EXPECT_EQ(dialog.m_hWnd, nullptr);
         EXPECT_EQ(AfxGetResourceHandle(), m_library);
-        dialog.InitModal(Printer, m_skins.Path("").c_str());
-        EXPECT_EQ(RunModal(dialog, message, wParam), 1) << "hosts do not tell OK from Cancel";
-        EXPECT_EQ(AfxGetResourceHandle(), m_library);
+        AfxSetResourceHandle(copy);
+        other.InitModal(Printer, m_skins.Path("").c_str());
+        EXPECT_EQ(other.m_hWnd, nullptr) << "the modeless one is closed";
+        EXPECT_EQ(RunModal(other, message, wParam), 1) << "hosts do not tell OK from Cancel";
+        EXPECT_EQ(AfxGetResourceHandle(), copy);
+        AfxSetResourceHandle(m_library);
     }
     CWinApp application; // its main window owns what is opened without an owner
-    for (const bool withOwner : {true, false})
+    CWnd owner;
+    owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
+    application.m_pMainWnd = &owner;
     {
-        CWnd owner;
-        owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
-        application.m_pMainWnd = &owner;
-        Options dialog(m_skins);
+        const Options dialog(m_skins);
         EXPECT_EQ(dialog.GetOwner(), &owner);
-        application.m_pMainWnd = nullptr;
         AfxSetResourceHandle(m_host);
-        if (withOwner)
-            owner.DestroyWindow();
-        EXPECT_EQ(dialog.m_hWnd == nullptr, withOwner);
-        EXPECT_EQ(AfxGetResourceHandle(), withOwner ? m_library : m_host);
     }
     EXPECT_EQ(AfxGetResourceHandle(), m_library) << "the object destroyed";
+    Options modal, bare; // a bare one is not set up
+    modal.InitModal(Printer, "");
+    const auto destroyOwner = [&]
+    {
+        application.m_pMainWnd = nullptr; // or the program would end
+        AfxSetResourceHandle(m_host);
+        owner.DestroyWindow();
+    };
+    EXPECT_EQ(RunModal(modal, destroyOwner), -1);
+    EXPECT_EQ(AfxGetResourceHandle(), m_library);
+    EXPECT_EQ(RunModal(bare, WM_COMMAND, IDCANCEL), -1);
+    EXPECT_EQ(AfxGetResourceHandle(), m_library);
 
     // Out of order: each puts back what it has saved.
-    PlacedFiles files;
-    files.Copy(TestFolder() + "dlgt-jres.dll", "dialogs\\" PRODUCT_PREFIX "jres.dll");
-    const HMODULE copy = LoadLibraryA("dlgt-jres.dll");
     Options first(m_skins);
     AfxSetResourceHandle(copy);
     Options second(m_skins);
@@ -585,26 +563,30 @@ TEST_F(OptionsDialog, ControlsLeadToHelpAndToTheSkinPage)
     const std::pair<int, int> topics[] = {{8030, 302}, {8031, 303}, {8032, 301}, {8034, 304},
                                           {8026, 305}, {8027, 305}, {8028, 305}, {IDOK, 0}};
     for (const auto& [id, topic] : topics)
-        for (const bool menu : {false, true})
+    {
+        const HWND control = GetDlgItem(dialog.m_hWnd, id);
+        CRect rect;
+        ::GetWindowRect(control, &rect);
+        HELPINFO info = {sizeof info, HELPINFO_WINDOW, id, control, 0, {rect.left, rect.top}};
+        const std::string number = std::to_string(topic);
+        const std::tuple<UINT, HWND, LPARAM> ways[] = {
+            {WM_HELP, nullptr, reinterpret_cast<LPARAM>(&info)},
+            {WM_CONTEXTMENU, control, -1}, // asked for with a key
+            {WM_CONTEXTMENU, dialog.m_hWnd, MAKELPARAM(rect.left + 4, rect.top + 4)}};
+        for (const auto& [message, sender, place] : ways)
         {
-            SCOPED_TRACE(id);
+            SCOPED_TRACE(testing::Message() << id << " " << message << " " << place);
             trace.Clear();
-            const HWND control = GetDlgItem(dialog.m_hWnd, id);
-            CRect rect;
-            ::GetWindowRect(control, &rect);
-            HELPINFO info = {sizeof info, HELPINFO_WINDOW, id, control, 0, {rect.left, rect.top}};
-            if (menu)
-                dialog.SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(dialog.m_hWnd),
-                                   MAKELPARAM(rect.left + 4, rect.top + 4));
-            else
-                dialog.SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
-            const std::string command = "C:\\windows\\hh.exe  -mapid " + std::to_string(topic) + " help.chm\n";
-            EXPECT_EQ(trace.Log().find(topic ? command : "hh.exe") != std::string::npos, topic != 0);
+            dialog.SendMessage(message, reinterpret_cast<WPARAM>(sender), place);
+            const std::string log = trace.Log();
+            EXPECT_EQ(log.find("\\hh.exe  -mapid " + number + " help.chm\n") != std::string::npos, topic != 0);
+            EXPECT_EQ(log.find("1, 1, Dialog Test Printer, " + number + ")\n") != std::string::npos, topic != 0);
         }
+    }
     dialog.Init(std::string(400, 'p').c_str());
     dialog.Press(IDC_JSW_SKIN_LINK); // on its picture
-    EXPECT_THAT(trace.Records(), Contains("(char)http://skins.example/"));
-    EXPECT_THAT(trace.Records(), Contains(HasSubstr(std::string(259, 'p') + ")"))) << "the visit is recorded";
+    EXPECT_THAT(trace.Records(), testing::Contains("(char)http://skins.example/"));
+    EXPECT_THAT(trace.Records(), testing::Contains(HasSubstr(std::string(259, 'p') + ")"))) << "the visit is recorded";
 }
 
 TEST_F(OptionsDialog, PreviewIsMirroredWithTheDialogInItsOwnColours)
@@ -613,30 +595,7 @@ TEST_F(OptionsDialog, PreviewIsMirroredWithTheDialogInItsOwnColours)
     const RightToLeft layout;
     Options dialog(m_skins);
     EXPECT_EQ(dialog.Preview(), Halves(Blue, Red));
-    EXPECT_FALSE(dialog.SendMessage(WM_QUERYNEWPALETTE)) << "a true-colour screen has no palette to change";
-
-    const HMODULE framework = GetModuleHandleA("tvkframe.dll");
-    const IatPatch drawing(LibraryUnderTest(), "SelectPalette", &RecordPalette);
-    const IatPatch answering(framework, "SelectPalette", &RecordPalette);
-    const IatPatch realizing(framework, "RealizePalette", &ScriptedRealize);
-    const auto self = reinterpret_cast<WPARAM>(dialog.m_hWnd), other = reinterpret_cast<WPARAM>(GetDesktopWindow());
-    CClientDC context(&dialog);
-    const auto surface = reinterpret_cast<WPARAM>(context.m_hDC);
-    // The message; how many colours its palette moves; how often a palette is selected; the answer; what is repainted.
-    const std::tuple<UINT, WPARAM, UINT, std::size_t, LRESULT, BOOL> cases[] = {
-        {WM_QUERYNEWPALETTE, 0, 3, 1, TRUE, TRUE},           {WM_QUERYNEWPALETTE, 0, 0, 1, FALSE, FALSE},
-        {WM_QUERYNEWPALETTE, 0, GDI_ERROR, 1, FALSE, FALSE}, {WM_PALETTECHANGED, other, 3, 1, FALSE, TRUE},
-        {WM_PALETTECHANGED, self, 3, 0, FALSE, FALSE},       {WM_ERASEBKGND, surface, 0, 3, TRUE, FALSE}};
-    for (const auto& [message, wParam, moved, selections, answer, repainted] : cases)
-    {
-        SCOPED_TRACE(testing::Message() << message << ", " << moved << " moved");
-        g_realized = moved;
-        g_palettes.clear();
-        dialog.ValidateRect(nullptr);
-        EXPECT_EQ(dialog.SendMessage(message, wParam), answer);
-        EXPECT_EQ(dialog.GetUpdateRect(nullptr), repainted);
-        EXPECT_EQ(g_palettes, std::vector(selections, Halves(Red, Blue)));
-    }
+    ExpectPaletteUsed(dialog, {Red, Blue});
 }
 
 TEST_F(OptionsDialog, IsLaidOutWellAndDrawsItsLink)
@@ -646,7 +605,7 @@ TEST_F(OptionsDialog, IsLaidOutWellAndDrawsItsLink)
         const RightToLeft layout(mirrored);
         Product({{"IDO_MORVAY_INKLOW_WARNING_OPTION", mirrored ? 0ul : 1ul}});
         Options dialog(m_skins);
-        EXPECT_THAT(LayoutFaults(dialog), IsEmpty());
+        EXPECT_THAT(LayoutFaults(dialog), testing::IsEmpty());
         const auto shown = ShownPixels(dialog, IDC_JSW_SKIN_LINK);
         EXPECT_GT(std::count(shown.begin(), shown.end(), RGB(255, 255, 255)), 200) << "white text";
         EXPECT_EQ(shown[0], m_face) << "round corners";
@@ -663,7 +622,7 @@ TEST_F(OptionsDialog, KeysWork)
     Options dialog(m_skins);
     dialog.Press(IDC_JSW_SKIN_NEXT);
     dialog.GetDlgItem(IDC_JSW_ALWAYS_SHOW)->SetFocus();
-    EXPECT_THAT(TabOrder(dialog),
+    EXPECT_THAT(TabOrder(),
                 ElementsAre(IDC_JSW_ALWAYS_SHOW, IDC_JSW_SOUND, IDC_JSW_COLOR_CARTRIDGE, IDC_JSW_BLACK_CARTRIDGE,
                             IDC_JSW_SKIN_PREVIOUS, IDC_JSW_SKIN_NEXT, IDC_JSW_SKIN_LINK, IDOK, IDCANCEL));
     Type(VK_DOWN);
@@ -688,12 +647,11 @@ TEST_F(OptionsDialog, LeavesNothingBehind)
     m_skins.Add("dlgt1.dll");
     m_skins.AddForeign("dlgt2.dll");
     m_skins.AddBroken("dlgt3.dll");
-    m_skins.Add("dlgt4.dll");
     ExpectNothingLeftBehind(100,
                             [this](int number)
                             {
                                 Options dialog(m_skins);
-                                for (int i = 0; i < 4; ++i)
+                                for (int i = 0; i < 3; ++i)
                                     dialog.SendMessage(WM_COMMAND, IDC_JSW_SKIN_NEXT);
                                 dialog.RedrawWindow();
                                 dialog.SendMessage(WM_COMMAND, number % 2 ? IDOK : IDCANCEL);

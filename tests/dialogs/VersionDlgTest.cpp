@@ -2,25 +2,23 @@
 #include "dialogs/VersionDlg.h"
 #include "DialogSupport.h"
 #include "dialogs/DialogIds.h"
+#include "links/LaunchCalls.h"
 #include "support/FakeVersion.h"
 #include "support/NothingLeft.h"
-#include "support/IatPatch.h"
 #include "support/RecordingProgram.h"
 #include "support/TraceWorld.h"
 #include <algorithm>
 
 namespace
 {
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 const std::string System = "C:\\windows\\system32\\";
 const std::string Driver = System + "spool\\drivers\\x64\\3\\";
+const std::string OlderDriver = System + "spool\\drivers\\x64\\2\\";
 const std::string Processors = System + "spool\\prtprocs\\x64\\";
-constexpr char Library[] = PRODUCT_PREFIX "util.dll";
-constexpr int Windows98 = 5; // CRegistry::OSVersion
+constexpr char VersionFile[] = "[Driver]\r\nVersion=9.8.7\r\n";
+constexpr int Windows98 = 5, WindowsNT4 = 7; // CRegistry::OSVersion
 
 /// The dialog, modeless so that the test goes on.
 class Version : public Driven<VersionDlg>
@@ -37,19 +35,10 @@ public:
     std::vector<std::string> Rows() const { return {m_astrRowVersion, m_astrRowVersion + DetailRows}; }
 };
 
-std::string g_opened; // what the shell was asked to open
-
-HINSTANCE WINAPI RecordOpening(HWND, LPCSTR verb, LPCSTR file, LPCSTR arguments, LPCSTR folder, INT show)
-{
-    g_opened += std::string(verb) + " " + file + (arguments || folder ? " with more" : "") + ", show " +
-                std::to_string(show) + ";";
-    return reinterpret_cast<HINSTANCE>(33);
-}
-
 const SettingList Settings = {{"IDO_PRODVER", "dlgt-ver.ini"},        {"IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", 1ul},
                               {"IDO_PRODVERKEYNAME", "Version"},      {"IDO_PRODVERSECTION", "Driver"},
                               {"IDO_DEFAULTSTRING", "Default"},       {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
-                              {"IDO_UTILITIES_DLL", "dlgt-util.exe"}, {"IDO_UTIL_DLL", Library},
+                              {"IDO_UTILITIES_DLL", "dlgt-util.exe"}, {"IDO_UTIL_DLL", PRODUCT_PREFIX "util.dll"},
                               {"IDO_FILEPD_9X", "dlgt-pd.drv"},       {"IDO_PRTPROCSPATH", "\\spool\\prtprocs\\x64\\"},
                               {"IDO_FILEPP_9X", "dlgt-pp9x.dll"},     {"IDO_FILEPP_NT", "dlgt-pp.dll"},
                               {"IDO_FILEPSWX", "dlgt-psw.exe"},       {"IDO_CORE_NT", "dlgt-core.dll"},
@@ -65,16 +54,18 @@ protected:
     {
         m_files.Copy(path, "dialogs\\" PRODUCT_PREFIX + component);
     }
-    /// One file for each row, of another version each.
-    void PlaceComponents()
+    /// One file for each row, of another version each, and the version file.
+    void PlaceComponents(const std::string& driver = Driver)
     {
         Place(Processors + "dlgt-pp.dll", "pp.dll");
-        Place(Driver + "dlgt-psw.exe", "pswx.exe");
+        Place(driver + "dlgt-psw.exe", "pswx.exe");
         Place(System + "dlgt-lcs.exe", "lcs.exe");
-        Place(Driver + "dlgt-core.dll", "core.dll");
-        Place(Driver + "dlgt-util.exe", "webu.exe");
+        Place(driver + "dlgt-core.dll", "core.dll");
+        Place(driver + "dlgt-util.exe", "webu.exe");
+        m_files.Write(driver + "dlgt-ver.ini", VersionFile);
     }
 
+    const PlacedFiles m_olderDriver{OlderDriver};
     PlacedFiles m_files;
 };
 } // namespace
@@ -83,33 +74,29 @@ TEST_F(VersionDialog, ShowsTheDriversVersionOrElseTheFiles)
 {
     PlaceComponents();
     const std::tuple<unsigned long, std::string, std::string> cases[] = {
-        {1, "[Driver]\r\nVersion=9.8.7\r\n", "9.8.7"},     {0, "[Driver]\r\nVersion=9.8.7\r\n", "1.0.2.0"},
-        {1, "[Driver]\r\nVersion=Default\r\n", "1.0.2.0"}, {1, "[Driver]\r\nOther=1\r\n", "1.0.2.0"},
-        {1, "[Driver]\r\nVersion=\r\n", "1.0.2.0"},        {1, "", "1.0.2.0"}}; // without a file
+        {1, "Version=9.8.7", "9.8.7"}, {0, "Version=9.8.7", "1.0.2.0"}, {1, "Version=Default", "1.0.2.0"},
+        {1, "Other=1", "1.0.2.0"},     {1, "Version=", "1.0.2.0"},      {2, "Version=9.8.7", "1.0.2.0"}};
     for (const auto& [fromFile, ini, shown] : cases)
     {
-        SCOPED_TRACE(ini);
         Product({{"IDO_DISPLAY_PRODUCT_VERSION_FROM_FILE", fromFile}});
-        PlacedFiles files;
-        if (!ini.empty())
-            files.Write(Driver + "dlgt-ver.ini", ini);
-        EXPECT_EQ(Version().Text(IDC_VERSION_PRODUCT), shown);
+        m_files.Write(Driver + "dlgt-ver.ini", "[Driver]\r\n" + ini + "\r\n");
+        EXPECT_EQ(Version().Text(IDC_VERSION_PRODUCT), shown) << ini;
     }
 }
 
 TEST_F(VersionDialog, RowsShowTheFilesWhereTheyBelong)
 {
-    PlaceComponents();
+    EXPECT_THAT(Version().Rows(), testing::Each("Unknown"));
     const char* const versions[] = {"1.4.0.7", "2.1.0.3", "1.4.0.7", "3.0.1.12", "1.4.0.5", "1.0.2.0"};
+    for (const auto& [version, driver] : {std::pair{WindowsNT4, OlderDriver}, {9, Driver}})
     {
+        PlaceComponents(driver);
+        const FakeVersion windows(version);
         const Version dialog;
+        EXPECT_EQ(dialog.Text(IDC_VERSION_PRODUCT), "9.8.7");
         for (int row = 0; row < 6; ++row)
-            EXPECT_EQ(dialog.Text(IDC_VERSION_ROW_VALUE + row), versions[row]);
+            EXPECT_EQ(dialog.Text(IDC_VERSION_ROW_VALUE + row), versions[row]) << driver;
     }
-    m_files.Clear();
-    for (const std::string& folder : {System, Driver, Processors})
-        Place(folder + "dlgt-none.dll", "pp.dll");
-    EXPECT_THAT(Version().Rows(), Each("Unknown"));
 }
 
 TEST_F(VersionDialog, RowsOfThe9xFamilyAreInTheSystemDirectory)
@@ -119,13 +106,38 @@ TEST_F(VersionDialog, RowsOfThe9xFamilyAreInTheSystemDirectory)
                                     {"dlgt-co9x.dll", "webu.exe"}, {"dlgt-util.exe", "core.dll"}};
     for (const auto& [name, component] : files)
         Place(System + name, component);
-    m_files.Write(System + "dlgt-ver.ini", "[Driver]\r\nVersion=9.8.7\r\n");
-    Product({{"IDO_SOFTWARE2000COPYRIGHT", 1ul}});
+    m_files.Write(System + "dlgt-ver.ini", VersionFile);
     const FakeVersion windows(Windows98);
-    const Version dialog;
-    EXPECT_THAT(dialog.Rows(), ElementsAre("1.4.0.7", "2.1.0.3", "1.4.0.5", "3.0.1.12", "1.0.2.0", "1.4.0.5"));
-    EXPECT_EQ(dialog.Text(IDC_VERSION_PRODUCT), "9.8.7");
-    EXPECT_EQ(dialog.Text(IDC_VERSION_NOTICE), "This software is protected by copyright.") << "the template's own";
+    for (const bool own : {false, true})
+    {
+        Product({{"IDO_SOFTWARE2000COPYRIGHT", own ? 1ul : 0ul}});
+        const Version dialog;
+        EXPECT_THAT(dialog.Rows(),
+                    testing::ElementsAre("1.4.0.7", "2.1.0.3", "1.4.0.5", "3.0.1.12", "1.0.2.0", "1.4.0.5"));
+        EXPECT_EQ(dialog.Text(IDC_VERSION_PRODUCT), "9.8.7");
+        EXPECT_THAT(dialog.Text(IDC_VERSION_NOTICE), StartsWith(own ? "This software" : "Portions"));
+    }
+}
+
+TEST_F(VersionDialog, NothingIsFoundWithoutTheSystemDirectory)
+{
+    for (const char* path : {"C:\\windows\\dlgt-ver.ini", "dlgt-ver.ini"}) // where a bare name is looked for
+        m_files.Write(path, VersionFile);
+    const IatPatch directory(
+        LibraryUnderTest(), "GetSystemDirectoryA", +[](LPSTR, UINT) { return 0u; });
+    static std::vector<std::string> asked;
+    const auto note = [](LPCSTR file, DWORD*)
+    {
+        asked.push_back(file);
+        return DWORD{0};
+    };
+    const IatPatch reading(LibraryUnderTest(), "GetFileVersionInfoSizeA", +note);
+    for (const int version : {Windows98, WindowsNT4})
+    {
+        const FakeVersion windows(version);
+        EXPECT_EQ(Version().Text(IDC_VERSION_PRODUCT), "Unknown");
+    }
+    EXPECT_EQ(asked, std::vector<std::string>(12)) << "no file that only has the name";
 }
 
 TEST_F(VersionDialog, FilesWithoutAVersionShowAsUnknown)
@@ -147,53 +159,36 @@ TEST_F(VersionDialog, TracesWhatItReads)
 {
     TraceWorld trace;
     Product();
-    const auto records = [&trace](std::size_t count)
-    {
-        std::vector<std::string> found;
-        trace.Clear();
-        const Version dialog;
-        for (const std::string& record : trace.Records())
-            if (record.find("---->") == std::string::npos && found.size() < count)
-                found.push_back(record);
-        return found;
-    };
-    const std::string ini = "(char)" + Driver + "dlgt-ver.ini", file = "(char)" + Driver + "dlgt-util.exe";
-    EXPECT_THAT(records(9),
-                ElementsAre("(char)VersionDlg::GetDriverVersion()", "(char)fileName ==", ini,
-                            "(char)Failed to read file", "(char)VersionDlg::GetFileVersion()", "(char)dlgt-util.exe",
-                            file, "(char)GetFileVersionInfo() failed...returning Unknown",
-                            "(char)VersionDlg::GetFileVersion()"));
+    const std::string reading = "(char)VersionDlg::GetFileVersion()\n", file = "dlgt-util.exe\n(char)" + Driver,
+                      begin = "(char)VersionDlg::GetDriverVersion()\n(char)fileName ==\n(char)" + Driver;
+    const auto steps = [&](const std::string& ini, const std::string& version)
+    { return begin + "dlgt-ver.ini\n" + ini + reading + "(char)" + file + "dlgt-util.exe\n" + version + reading; };
+    Version();
+    EXPECT_THAT(trace.Steps(), StartsWith(steps("(char)Failed to read file\n",
+                                                "(char)GetFileVersionInfo() failed...returning Unknown\n")));
+    trace.Clear();
     PlaceComponents();
-    m_files.Write(Driver + "dlgt-ver.ini", "[Driver]\r\nVersion=9.8.7\r\n");
-    EXPECT_THAT(records(11), ElementsAre("(char)VersionDlg::GetDriverVersion()", "(char)fileName ==", ini,
-                                         "(char)Success...driver version number:", "(char)9.8.7",
-                                         "(char)VersionDlg::GetFileVersion()", "(char)dlgt-util.exe", file,
-                                         "(char)Success...returning version info", "(char)1.0.2.0",
-                                         "(char)VersionDlg::GetFileVersion()"));
+    Version();
+    EXPECT_THAT(trace.Steps(), StartsWith(steps("(char)Success...driver version number:\n(char)9.8.7\n",
+                                                "(char)Success...returning version info\n(char)1.0.2.0\n")));
 }
 
 TEST_F(VersionDialog, DetailsOpenAndClose)
 {
     Version dialog;
-    const auto state = [&dialog]
+    CRect closed, window;
+    dialog.GetWindowRect(&closed);
+    for (int round = 0; round < 4; ++round)
     {
+        const bool open = round % 2;
         int shown = 0;
         for (int row = 0; row < 6; ++row)
             shown += dialog.Shows(IDC_VERSION_ROW_LABEL + row) + dialog.Shows(IDC_VERSION_ROW_VALUE + row);
-        CRect window;
+        EXPECT_EQ(shown, open ? 12 : 0);
+        EXPECT_EQ(dialog.Text(IDC_VERSION_DETAILS), open ? "<< &Details" : "&Details >>");
         dialog.GetWindowRect(&window);
-        return std::make_tuple(shown, dialog.Text(IDC_VERSION_DETAILS), window.Height());
-    };
-    const auto closed = state();
-    EXPECT_EQ(closed, std::make_tuple(0, std::string("&Details >>"), std::get<2>(closed)));
-    for (int round = 0; round < 2; ++round)
-    {
+        EXPECT_TRUE(open ? window.Height() > closed.Height() + 100 : window == closed);
         dialog.Press(IDC_VERSION_DETAILS);
-        const auto opened = state();
-        EXPECT_EQ(opened, std::make_tuple(12, std::string("<< &Details"), std::get<2>(opened)));
-        EXPECT_GT(std::get<2>(opened), std::get<2>(closed) + 100);
-        dialog.Press(IDC_VERSION_DETAILS);
-        EXPECT_EQ(state(), closed);
     }
 }
 
@@ -201,11 +196,10 @@ TEST_F(VersionDialog, SettingsChooseTextsAndButtons)
 {
     for (const bool plain : {true, false})
     {
-        if (!plain)
-            Product({{"IDO_USEHPE", 1ul},
-                     {"IDO_SOFTWARE2000COPYRIGHT", 1ul}, // for the 9x family only
-                     {"IDO_VERSIONDLGLEGALWARRANTYBUTTON", 0ul},
-                     {"IDO_SUPPORT_WEBUPDATE", 0ul}});
+        Product({{"IDO_USEHPE", plain ? 0ul : 1ul},
+                 {"IDO_SOFTWARE2000COPYRIGHT", 1ul}, // for the 9x family only
+                 {"IDO_VERSIONDLGLEGALWARRANTYBUTTON", plain ? 1ul : 0ul},
+                 {"IDO_SUPPORT_WEBUPDATE", plain ? 1ul : 0ul}});
         const Version dialog;
         EXPECT_EQ(dialog.Text(IDC_VERSION_LABEL), plain ? "Printer software" : "Printer software, enterprise edition");
         EXPECT_THAT(dialog.Text(IDC_VERSION_NOTICE), StartsWith("Portions"));
@@ -219,18 +213,18 @@ TEST_F(VersionDialog, SettingsChooseTextsAndButtons)
 
 TEST_F(VersionDialog, LegalNoticeOpensBesideTheLibrary)
 {
-    const IatPatch shell(LibraryUnderTest(), "ShellExecuteA", &RecordOpening);
     const std::pair<SettingList, std::string> cases[] = {
-        {{}, "open " + TestFolder() + "legal.txt, show 1;"},
+        {{}, "shell with more open " + TestFolder() + "legal.txt 1; "},
         {{{"IDO_VERSIONDLGLEGALWARRANTYBUTTON", 2ul}}, ""},
         {{{"IDO_UTIL_DLL", "no such module"}}, ""},
     };
     for (const auto& [settings, opened] : cases)
     {
         Product(settings);
-        g_opened.clear();
+        LaunchCalls calls;
+        calls.shellResult = 33;
         Version().Press(IDC_VERSION_LEGAL);
-        EXPECT_EQ(g_opened, opened);
+        EXPECT_EQ(calls.log, opened);
     }
 }
 
@@ -241,31 +235,27 @@ TEST_F(VersionDialog, WebUpdateStartsTheProgramAndRecordsIt)
     Version dialog;
     dialog.Press(IDC_VERSION_UPDATE); // nothing is there: nothing is said
     EXPECT_THAT(trace.Records(), testing::Contains("(char)ActivityTracker::WriteData(4101, 1, 1, )"));
-    const auto started = [&dialog](const std::string& folder)
+    for (const auto& [version, folder] : {std::pair{9, Driver}, {WindowsNT4, OlderDriver}, {Windows98, TestFolder()}})
     {
+        const FakeVersion windows(version);
         const RecordingProgram program(folder + "dlgt-web.exe");
-        return program.Recorded([&dialog] { dialog.Press(IDC_VERSION_UPDATE); });
-    };
-    const ProgramStart start = started(Driver);
-    EXPECT_EQ(start.commandLine, Driver + "dlgt-web.exe /check /printer=Larkmoor400");
-    EXPECT_EQ(start.process, "priority 20, no console");
-    const FakeVersion windows(Windows98);
-    EXPECT_EQ(started(TestFolder()).commandLine, TestFolder() + "dlgt-web.exe /check /printer=Larkmoor400");
+        const ProgramStart start = program.Recorded([&dialog] { dialog.Press(IDC_VERSION_UPDATE); });
+        EXPECT_EQ(start.commandLine, folder + "dlgt-web.exe /check /printer=Larkmoor400");
+        EXPECT_EQ(start.process, "priority 20, no console");
+    }
 }
 
 TEST_F(VersionDialog, KeysWork)
 {
-    {
-        const Version dialog;
-        EXPECT_THAT(TabOrder(dialog), ElementsAre(IDOK, IDC_VERSION_UPDATE, IDC_VERSION_DETAILS, IDC_VERSION_LEGAL));
-        Type('d', WM_SYSCHAR);
-        EXPECT_TRUE(dialog.Shows(IDC_VERSION_ROW_VALUE));
-    }
     for (const auto& [key, result] : {std::pair{VK_ESCAPE, IDCANCEL}, std::pair{VK_RETURN, IDOK}})
     {
         VersionDlg dialog;
         EXPECT_EQ(RunModal(dialog, WM_KEYDOWN, static_cast<WPARAM>(key)), result);
     }
+    const Version dialog;
+    EXPECT_THAT(TabOrder(), testing::ElementsAre(IDOK, IDC_VERSION_UPDATE, IDC_VERSION_DETAILS, IDC_VERSION_LEGAL));
+    Type('d', WM_SYSCHAR);
+    EXPECT_TRUE(dialog.Shows(IDC_VERSION_ROW_VALUE));
 }
 
 TEST_F(VersionDialog, IsLaidOutWellInBothLayouts)
@@ -279,11 +269,11 @@ TEST_F(VersionDialog, IsLaidOutWellInBothLayouts)
         pictures[mirrored] = ShownPixels(dialog, IDC_VERSION_PICTURE);
         for (const bool details : {false, true})
         {
-            SCOPED_TRACE(testing::Message() << "mirrored " << mirrored << ", details " << details);
             if (details)
                 dialog.Press(IDC_VERSION_DETAILS);
             // The rows follow each other at equal distances, which no grid of the font's units allows.
-            EXPECT_THAT(LayoutFaults(dialog, IDC_VERSION_ROW_LABEL, IDC_VERSION_ROW_VALUE + 5), IsEmpty());
+            EXPECT_THAT(LayoutFaults(dialog, IDC_VERSION_ROW_LABEL, IDC_VERSION_ROW_VALUE + 5), testing::IsEmpty())
+                << mirrored << details;
         }
     }
     const COLORREF face = GetSysColor(COLOR_3DFACE);
@@ -296,6 +286,22 @@ TEST_F(VersionDialog, IsLaidOutWellInBothLayouts)
     EXPECT_EQ(pictures[0], pictures[1]);
 }
 
+TEST_F(VersionDialog, UsesItsPaletteAndItsFonts)
+{
+    Version dialog;
+    CPalette256 palette;
+    palette.CreatePalette256(IDB_VERSION_IMAGE);
+    ExpectPaletteUsed(dialog, ColoursOf(palette));
+    for (const int id : {IDC_VERSION_LABEL, IDC_VERSION_PRODUCT, IDC_VERSION_ROW_LABEL + 5, IDC_VERSION_NOTICE,
+                         IDC_VERSION_ROW_VALUE, IDC_VERSION_DETAILS})
+    {
+        LOGFONTA font = {};
+        dialog.GetDlgItem(id)->GetFont()->GetLogFont(&font);
+        const bool bold = id < IDC_VERSION_NOTICE || id == IDC_VERSION_ROW_LABEL + 5;
+        EXPECT_EQ(font.lfWeight == FW_BOLD, bold) << id;
+    }
+}
+
 TEST_F(VersionDialog, LeavesNothingBehind)
 {
     PlaceComponents();
@@ -305,10 +311,9 @@ TEST_F(VersionDialog, LeavesNothingBehind)
                                 Version dialog;
                                 dialog.Press(IDC_VERSION_DETAILS);
                                 if (number % 2)
-                                {
                                     dialog.DestroyWindow();
-                                    RunModal(dialog, WM_CLOSE, 0);
-                                }
+                                VersionDlg modal;
+                                RunModal(modal, WM_CLOSE, 0);
                             });
 }
 
@@ -319,9 +324,7 @@ TEST_F(VersionDialog, GoesWithItsOwnerAndLeavesTheResourceHandleAlone)
     owner.CreateEx(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr);
     {
         VersionDlg dialog(&owner);
-        ASSERT_TRUE(dialog.Create(IDD_VERSION, &owner));
-        owner.DestroyWindow();
-        EXPECT_EQ(dialog.m_hWnd, nullptr);
+        EXPECT_EQ(RunModal(dialog, [&owner] { owner.DestroyWindow(); }), -1);
         ASSERT_TRUE(dialog.Create(IDD_VERSION)) << "and can be opened again";
         dialog.DestroyWindow();
         AfxSetResourceHandle(host);

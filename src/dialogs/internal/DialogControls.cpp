@@ -20,6 +20,12 @@ void RepaintArea(CWnd& dialog, const RECT& area)
     dialog.RedrawWindow(&area, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
+void LeaveModalLoop(CWnd& dialog)
+{
+    if (dialog.ContinueModal()) // else its result is known
+        dialog.EndModalLoop(-1);
+}
+
 BOOL RealizePalette(CWnd& dialog, CPalette& palette)
 {
     if (!palette.GetSafeHandle())

@@ -17,7 +17,6 @@ bool SkinPreview::Load(HINSTANCE skin, CSize room)
 {
     SetSaveBmp(TRUE); // the library is not there any more when the picture is drawn
     SetOverlap(TRUE); // the dialog erases before every draw: the background is always a fresh one
-    m_palette.CreatePalette256(IDB_JSW_SKIN_PREVIEW);
     bool loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentColour, nullptr) != nullptr;
     const CSize size(ReturnWidth(), ReturnHeight());
     if (loaded && (size.cx > room.cx || size.cy > room.cy))
@@ -27,6 +26,7 @@ bool SkinPreview::Load(HINSTANCE skin, CSize room)
                       std::max(1, static_cast<int>(size.cy * scale)));
         loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentColour, &fitting) != nullptr;
     }
+    m_palette.CreatePalette256(IDB_JSW_SKIN_PREVIEW);
     m_hInstance = nullptr; // nothing is looked for in it from now on
     return loaded;
 }
