@@ -2,6 +2,7 @@
 #include "../install/ProgramEntry.h"
 #include "../product/bitmaps.h"
 #include "InkReport.h"
+#include "Mirrored.h"
 #include "SupportDialog.h"
 #include "dialogs/JSWOptionsDlg.h"
 #include "dialogs/VersionDlg.h"
@@ -113,6 +114,7 @@ void FillGradient(CDC& dc, const CRect& rect, COLORREF top, COLORREF bottom)
 } // namespace
 
 BEGIN_MESSAGE_MAP(JobStatusWindow, CDialog)
+    ON_WM_DESTROY()
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
     ON_BN_CLICKED(IDC_ORDER, OnOrder)
@@ -166,7 +168,14 @@ BOOL JobStatusWindow::OnInitDialog()
     m_colour.SetBkColour(HeaderTop);
     m_colour.SetSelectionMode(CColourPicker::ModeText);
     CenterWindow();
+    AfxGetApp()->m_pMainWnd = this; // owner of the dialogs that are given none
     return TRUE;
+}
+
+void JobStatusWindow::OnDestroy()
+{
+    AfxGetApp()->m_pMainWnd = nullptr; // the program goes on, perhaps with another window
+    CDialog::OnDestroy();
 }
 
 void JobStatusWindow::PlaceControls()
@@ -343,7 +352,7 @@ void JobStatusWindow::OnOrder()
 
 void JobStatusWindow::OnSupport()
 {
-    SupportDialog(m_printer).DoModal();
+    Mirrored<SupportDialog>(m_printer, this).DoModal();
 }
 
 LRESULT JobStatusWindow::OnColour(WPARAM colour, LPARAM)
@@ -360,7 +369,7 @@ void JobStatusWindow::OnAbout()
     // The version dialog's texts lie in a library of their own.
     const ResourceLibrary resources(TvkProduct::GetProductPrefix() + "vres.dll");
     const ResourcesFrom current(resources.Module());
-    VersionDlg().DoModal();
+    Mirrored<VersionDlg>(this).DoModal();
 }
 
 void JobStatusWindow::OnOptions()
@@ -369,7 +378,7 @@ void JobStatusWindow::OnOptions()
     char system[MAX_PATH] = "";
     GetSystemDirectoryA(system, MAX_PATH);
     CString path;
-    JSWOptionsDlg dialog;
+    Mirrored<JSWOptionsDlg> dialog;
     dialog.Init(static_cast<LPCSTR>(m_printer));
     // The suite's own skins lie where its programs do: which folder that is depends on the Windows version.
     dialog.InitModal(m_printer, CString(system) + "\\" + m_product.GetSetting("IDO_RZB_EXECUTABLENAME_PATH", path));

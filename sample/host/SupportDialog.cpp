@@ -14,8 +14,8 @@ BEGIN_MESSAGE_MAP(SupportDialog, CDialog)
     ON_BN_CLICKED(IDC_CHANGE_COUNTRY, &SupportDialog::OnChangeCountry)
 END_MESSAGE_MAP()
 
-SupportDialog::SupportDialog(const CString& printer)
-    : CDialog(IDD_SUPPORT), m_printer(printer), m_support(std::make_unique<OEMTeleIni>())
+SupportDialog::SupportDialog(const CString& printer, CWnd* owner)
+    : CDialog(IDD_SUPPORT, owner), m_printer(printer), m_support(std::make_unique<OEMTeleIni>())
 {
 }
 

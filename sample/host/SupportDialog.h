@@ -8,8 +8,7 @@
 class SupportDialog : public CDialog
 {
 public:
-    /// Without an owner, it is laid out like the process, from the right too.
-    explicit SupportDialog(const CString& printer);
+    SupportDialog(const CString& printer, CWnd* owner);
 
 protected:
     BOOL OnInitDialog() override;

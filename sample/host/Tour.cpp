@@ -84,7 +84,7 @@ protected:
             if (!SaveScreen(rect, path))
             {
                 m_saved = -1;
-                EndDialog(IDCANCEL);
+                PostQuitMessage(1); // also for the loop of a dialog that is open
                 return;
             }
             ++m_saved;
