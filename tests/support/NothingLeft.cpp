@@ -6,13 +6,19 @@
 
 namespace
 {
-constexpr UINT_PTR LastHandle = 0xFFFF;
+BOOL CALLBACK CountOwn(HWND window, LPARAM count)
+{
+    *reinterpret_cast<int*>(count) += GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
+    return TRUE;
+}
 
+/// Windows of this thread, at every depth, and those for messages only. Asking for each possible handle took seconds.
 int CountWindows()
 {
     int count = 0;
-    for (UINT_PTR handle = 1; handle <= LastHandle; ++handle)
-        count += GetWindowThreadProcessId(reinterpret_cast<HWND>(handle), nullptr) == GetCurrentThreadId();
+    EnumChildWindows(GetDesktopWindow(), &CountOwn, reinterpret_cast<LPARAM>(&count));
+    for (HWND window = nullptr; (window = FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;)
+        CountOwn(window, reinterpret_cast<LPARAM>(&count));
     return count;
 }
 
@@ -38,7 +44,7 @@ std::size_t LoadedModules()
 int CountGdiObjects()
 {
     int count = 0;
-    for (UINT_PTR handle = 1; handle <= LastHandle; ++handle)
+    for (UINT_PTR handle = 1; handle <= 0xFFFF; ++handle)
         count += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
     return count;
 }
