@@ -20,6 +20,7 @@ class AFX_EXT_CLASS CGUILink : public CLinkT<CGUIButton>
     DECLARE_DYNAMIC(CGUILink)
 
 public:
+    /// A link as CLinkT makes it, not underlined. The first one loads the cursor (SetDefaultCursor).
     CGUILink();
     ~CGUILink() override;
 

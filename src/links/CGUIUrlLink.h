@@ -75,11 +75,13 @@ public:
 
     /// Opens an address: by the shell on the 9x family, else, or when the shell refuses, by GotoURLManually.
     /// @param show  SW_ constant for the shell
-    /// @return what the shell or GotoURLManually returned: null for a failure
+    /// @return what the shell (more than 32) or GotoURLManually returned
     HINSTANCE GotoURL(const char* address, int show);
     /// Starts the browser with an address. `show` is traced only: the window is shown.
-    /// @return null when no browser is registered (its command missing, empty or of 260 characters and more) or none
-    ///         could be started. Any other value is a success or not known to be a failure; it is no module.
+    /// @return not null when the browser was started; it is no module. Null when no browser is registered (its command
+    ///         missing, empty or of 260 characters and more), when it could not be started, and also when it was
+    ///         started with the calling thread's own token (nobody at the console) while the thread's last error was
+    ///         0. So do not open the page another way on a null: it may be open already.
     HINSTANCE GotoURLManually(const char* address, int show);
     /// Traces what an error of the shell (`ShellExecute`, 0 to 32) means to the user, and shows it when the product's
     /// setting `IDO_DEBUGMSG` is 1.

@@ -10,6 +10,7 @@ class AFX_EXT_CLASS CLink : public CLinkT<COwnButton>
     DECLARE_DYNAMIC(CLink)
 
 public:
+    /// A link as CLinkT makes it, not underlined. The first one loads the cursor (SetDefaultCursor).
     CLink();
     ~CLink() override;
 

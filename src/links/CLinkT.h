@@ -46,6 +46,7 @@ public:
     /// Draws the text in this font from now on; it stays the caller's and must outlive its use. Null goes back to the
     /// link's own font, the one that SetTextBold(), SetTextUnderline() and SetTextSize() change.
     void SetFont(CGUIFont* pFont);
+    /// The colour while the link is enabled and the mouse is elsewhere.
     void SetLinkTextColor(COLORREF crText);
     /// The colour while the mouse is on the link, or it is pressed.
     void SetLinkHoverColor(COLORREF crHover);

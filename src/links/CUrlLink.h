@@ -6,8 +6,8 @@
 /// A link to an address that the host gives. The shell opens it; where the shell refuses, the program registered for
 /// ".htm" files is started with it. Nothing is looked up in product settings, traced or recorded: that is CGUIUrlLink.
 ///
-/// The address is appended to the browser's command line as it is, without quotation marks: see docs/security.md for
-/// what a host must see to.
+/// All of this happens with the host's own rights. The shell opens whatever the text names, programs too; the browser's
+/// command line gets it as it is, without quotation marks: see docs/security.md for what a host must see to.
 class AFX_EXT_CLASS CUrlLink : public CLink
 {
     DECLARE_DYNAMIC(CUrlLink)
