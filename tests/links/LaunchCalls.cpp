@@ -118,6 +118,13 @@ bool Pretend(PROCESS_INFORMATION* started)
     return true;
 }
 
+BOOL Started(BOOL result)
+{
+    if (result)
+        SetLastError(LaunchCalls::Started);
+    return result;
+}
+
 BOOL WINAPI StartAsUser(HANDLE token, const char* program, char* line, SECURITY_ATTRIBUTES* process,
                         SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags, void* environment, const char* folder,
                         STARTUPINFOA* startup, PROCESS_INFORMATION* started)
@@ -125,8 +132,8 @@ BOOL WINAPI StartAsUser(HANDLE token, const char* program, char* line, SECURITY_
     const bool more = program || process || thread || inherit || folder || !environment;
     Current->Note(more ? "as user with more" : token ? "as user" : "as nobody", flags);
     return !Refused("CreateProcessAsUserA") &&
-           (Pretend(started) || CreateProcessAsUserA(token, program, line, process, thread, inherit, flags, environment,
-                                                     folder, startup, started));
+           Started(Pretend(started) || CreateProcessAsUserA(token, program, line, process, thread, inherit, flags,
+                                                            environment, folder, startup, started));
 }
 
 BOOL WINAPI Start(const char* program, char* line, SECURITY_ATTRIBUTES* process, SECURITY_ATTRIBUTES* thread,
@@ -136,8 +143,8 @@ BOOL WINAPI Start(const char* program, char* line, SECURITY_ATTRIBUTES* process,
     const bool more = program || process || thread || inherit || environment || folder;
     Current->Note(more ? "process with more" : "process", flags);
     return !Refused("CreateProcessA") &&
-           (Pretend(started) ||
-            CreateProcessA(program, line, process, thread, inherit, flags, environment, folder, startup, started));
+           Started(Pretend(started) || CreateProcessA(program, line, process, thread, inherit, flags, environment,
+                                                      folder, startup, started));
 }
 
 HINSTANCE WINAPI Shell(HWND owner, const char* verb, const char* file, const char* parameters, const char* folder,

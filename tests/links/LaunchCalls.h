@@ -27,6 +27,9 @@ public:
     int shellResult = 0;  ///< not 0: what ShellExecuteA returns without being asked
     const char* windowsFolder = nullptr; ///< not null: what GetWindowsDirectoryA tells
 
+    /// The last error that a start leaves behind, to be told from all others; a refused call: ERROR_NOT_SUPPORTED.
+    static constexpr DWORD Started = 4712;
+
     // For the replacements of the calls.
     bool Refuses(const std::string& name);
     template <class... N>

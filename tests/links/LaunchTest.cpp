@@ -1,6 +1,7 @@
 // Addresses in the browser: which command line the registered browser gets, by which route, and what is traced of it.
 #include "LaunchCalls.h"
 #include "TestLink.h"
+#include "links/CUrlLink.h"
 #include "support/FakeVersion.h"
 #include "support/MessageBoxes.h"
 #include "support/NothingLeft.h"
@@ -110,6 +111,9 @@ TEST_F(Launch, ReadsADefaultValue)
     EXPECT_EQ(text, longest);
     EXPECT_EQ(link.GetRegKey(HKEY_CLASSES_ROOT, "some", text), 0);
     EXPECT_STREQ(text, "") << "a key without a default value";
+    EXPECT_EQ(CUrlLink::GetRegKey(HKEY_CLASSES_ROOT, "some\\other", text), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(CUrlLink::GetRegKey(HKEY_CLASSES_ROOT, "some\\key", text), 0);
+    EXPECT_EQ(text, longest);
 }
 
 TEST_F(Launch, EachRoute)
@@ -158,9 +162,9 @@ TEST_F(Launch, EachRoute)
         }
 }
 
-TEST_F(Launch, TheShellOnTheOldFamily)
+TEST_F(Launch, TheShell)
 {
-    const std::string shell = std::string("shell ") + "open " + Address + " 5; ", direct = "process 28; ";
+    const std::string open = std::string("shell open ") + Address, shell = open + " 5; ", direct = "process 28; ";
     const struct
     {
         int version, shellResult;
@@ -189,6 +193,13 @@ TEST_F(Launch, TheShellOnTheOldFamily)
             EXPECT_THAT(trace.Steps(), StartsWith(expected + Begin("GotoURLManually", "5")));
         else
             EXPECT_EQ(trace.Steps(), expected);
+        // The link without settings asks the shell on every version, and tells nothing.
+        trace.Clear();
+        calls.log.clear();
+        const bool opened = row.shellResult > 32;
+        EXPECT_EQ(Result(CUrlLink::GotoURL(Address, 9)), opened ? row.shellResult : 33);
+        EXPECT_EQ(calls.log, open + " 9; " + (opened ? "" : direct));
+        EXPECT_EQ(trace.Log(), "");
     }
 }
 
@@ -245,8 +256,10 @@ TEST_F(Launch, ShellErrors)
             const std::string shown = std::string("Can't open link:\n\n") + text;
             TraceWorld trace;
             TestLink traced;
-            traced.ReportError(code);
             const std::vector<std::string> box = {shown + "|links_launch|30|0"};
+            CUrlLink::ReportError(code);
+            EXPECT_EQ(boxes.Shown(), box);
+            traced.ReportError(code);
             EXPECT_EQ(boxes.Shown(), *driver == '0' ? box : std::vector<std::string>());
             EXPECT_EQ(trace.Steps(), "(char)CGUIUrlLink::ReportError()\n(char)" + shown + "\n");
         }
