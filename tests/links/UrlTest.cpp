@@ -5,6 +5,7 @@
 #include "support/FakeVersion.h"
 #include "support/NothingLeft.h"
 #include "support/Probe.h"
+#include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <cstdio>
 #include <algorithm>
@@ -228,6 +229,19 @@ TEST(Url, RetailersPartnerCode)
         link.m_bReadIniURL = 0;
         EXPECT_EQ(link.Get("home"), StandardAddress("home"));
     }
+}
+
+TEST(Url, WithoutTheSystemDirectoryNoFileInTheDrivesRootIsTheRetailers)
+{
+    const std::string fromRoot = SystemFolder().substr(3) + "spool\\";
+    const TestProduct product(AddressSettings({{"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", fromRoot.c_str()}}));
+    const RetailerFile file;
+    const Watch<decltype(&GetSystemDirectoryA)> refused("GetSystemDirectoryA", 1);
+    SetCurrentDirectoryA("c:\\");
+    TestLink link;
+    link.m_bReadIniURL = 1;
+    EXPECT_EQ(link.Get("home"), StandardAddress("home"));
+    SetCurrentDirectoryA(TestFolder().c_str());
 }
 
 TEST(Url, ANonAsciiOrVeryLongNamePassesUnchanged)
