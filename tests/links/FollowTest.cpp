@@ -2,9 +2,7 @@
 #include "TestLink.h"
 #include "support/TraceWorld.h"
 #include <gtest/gtest.h>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <map>
 
 namespace
@@ -58,8 +56,9 @@ TEST(Follow, EachForm)
          retailer + madeWithInk + Shell(withInk) + Manually(withInk) + Recorded("24577", "P")},
         {[](TestLink& link) { link.FollowLink("supplies", static_cast<INKINFO*>(nullptr), nullptr, 0); },
          retailer + madeSupplies + Manually(supplies) + Recorded("24577", "")},
-        {[](TestLink& link) { link.FollowLink("unknown", std::string(300, 'p').c_str(), 0); },
-         Followed("unknown") + Manually("")},
+        {[](TestLink& link) { link.FollowLink("unknown", "P", 0); }, Followed("unknown") + Manually("")},
+        {[](TestLink& link) { link.FollowLink("home", std::string(300, 'p').c_str(), 0); },
+         madeHome + Manually(home) + Recorded("24576", std::string(259, 'p'))},
         // An unknown name opens the last address again.
         {[](TestLink& link) { link.FollowLink("home", 0), link.FollowLink("unknown", 0); },
          madeHome + Manually(home) + Followed("unknown") + Manually(home)},
@@ -160,40 +159,4 @@ TEST(Follow, EveryKindOfThatNameIsRecorded)
         sameNames.emplace_back(name.subUrlKey, "same");
     const TestProduct product(AddressSettings(sameNames));
     EXPECT_EQ(visit("same"), all);
-}
-
-TEST(Follow, FromTheNameToTheBrowserAndTheRecorder)
-{
-    const std::string folder = SystemFolder() + "spool\\drivers\\x64\\3\\", log = TestFolder() + "linksusage.log";
-    const std::string longName = std::string(300, 'p'), kept = longName.substr(0, 259);
-    const TestProduct product(AddressSettings({{"IDO_DATA_REC_SUPPORTED", 1ul},
-                                               {"IDO_CAIRNFIELD_DLL", "linksportal.dll"},
-                                               {"IDO_DATA_RECORDER_DLL", "linksrecorder.dll"},
-                                               {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"}}));
-    const TestBrowser browser;
-    INKINFO ink{};
-    ink.iLogCartID1 = 130;
-    ink.iLogCartID2 = 63;
-    ink.InkPercent1 = 12;
-    ink.InkPercent2 = 34;
-    SetEnvironmentVariableA("USAGE_LOG", log.c_str());
-    for (const bool installed : {false, true}) // without portal and recorder the record fails, the link does not
-    {
-        if (installed)
-        {
-            CopyFileA((TestFolder() + "usageportal.dll").c_str(), (folder + "linksportal.dll").c_str(), FALSE);
-            CopyFileA((TestFolder() + "usagerecorder.dll").c_str(), (folder + "linksrecorder.dll").c_str(), FALSE);
-        }
-        const auto follow = [&] { TestLink().FollowLink("supplies", &ink, longName.c_str(), 1); };
-        EXPECT_EQ(browser.program.Recorded(follow).commandLine,
-                  browser.quoted + "  " + StandardAddress("supplies") + "&c1=90&l1=0&c2=30&l2=12");
-        std::ifstream file(log, std::ios::binary);
-        const std::string usage{std::istreambuf_iterator<char>(file), {}};
-        EXPECT_EQ(usage, !installed ? ""
-                                    : "portal\nload " + folder + "linksrecorder.dll\ncreate 6 3 0x2003\nserial " +
-                                          kept + "\nvalue 0x6001 1 1\ncommit\nrecorder release\nportal release\n");
-    }
-    SetEnvironmentVariableA("USAGE_LOG", nullptr);
-    for (const std::string& path : {log, folder + "linksportal.dll", folder + "linksrecorder.dll"})
-        EXPECT_TRUE(DeleteFileA(path.c_str())) << path;
 }

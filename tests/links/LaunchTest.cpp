@@ -7,6 +7,7 @@
 #include "support/NothingLeft.h"
 #include "support/TraceWorld.h"
 #include <gmock/gmock.h>
+#include <shellapi.h>
 
 namespace
 {
@@ -94,10 +95,6 @@ TEST_F(Launch, WithoutABrowserNothingHappens)
     browser.Register(longest);
     EXPECT_EQ(browser.program.Recorded([&] { traced.GotoURLManually(Address, 7); }).commandLine,
               longest + " " + Address);
-    browser.Register("\"c:\\no such folder\\browser.exe\" \"%1\"");
-    calls.log.clear();
-    EXPECT_EQ(link.GotoURL(Address, SW_SHOW), nullptr);
-    EXPECT_EQ(calls.log, AsUser);
 }
 
 TEST_F(Launch, ReadsADefaultValue)
@@ -203,14 +200,15 @@ TEST_F(Launch, TheShell)
     }
 }
 
-TEST_F(Launch, TheRealShell)
+TEST_F(Launch, WithoutSettings)
 {
-    browser.world.SetText(HKEY_CLASSES_ROOT, "http", "URL Protocol", "");
-    browser.world.SetText(HKEY_CLASSES_ROOT, "http\\shell\\open\\command", "", browser.quoted + " -shell \"%1\"");
-    const FakeVersion version(5);
-    const auto open = [&] { EXPECT_GT(Result(link.GotoURL(Address, SW_SHOW)), 32); };
-    EXPECT_EQ(browser.program.Recorded(open).commandLine, browser.quoted + " -shell \"" + Address + "\"");
-    EXPECT_EQ(calls.log, std::string("shell open ") + Address + " 5; ");
+    calls.shellResult = SE_ERR_NOASSOC;
+    const auto open = [] { EXPECT_GT(Result(CUrlLink().FollowLink(Address)), 32); };
+    const ProgramStart start = browser.program.Recorded(open);
+    EXPECT_EQ(start.commandLine, browser.quoted + " -open  " + Address);
+    EXPECT_THAT(start.window, StartsWith("show 5"));
+    browser.world.SetText(HKEY_CLASSES_ROOT, ".htm", "", "");
+    EXPECT_EQ(Result(CUrlLink().FollowLink(Address)), SE_ERR_NOASSOC) << "no browser";
 }
 
 TEST_F(Launch, LeavesNothingBehind)
