@@ -18,14 +18,9 @@ std::string Followed(const std::string& subUrl)
     return "(char)CGUIUrlLink::FollowLink()\n(char)" + subUrl + "\n";
 }
 
-std::string Shell(const std::string& address)
+std::string Manually(const std::string& address, const std::string& function = "GotoURLManually")
 {
-    return "(char)CGUIUrlLink::GotoURL()\n(char)" + address + "\n(int)5\n";
-}
-
-std::string Manually(const std::string& address)
-{
-    return "(char)CGUIUrlLink::GotoURLManually()\n(char)" + address + "\n(int)5\n";
+    return "(char)CGUIUrlLink::" + function + "()\n(char)" + address + "\n(int)5\n";
 }
 
 std::string Recorded(const std::string& item, const std::string& printer)
@@ -47,13 +42,13 @@ TEST(Follow, EachForm)
                       madeWithInk = Made("ConstructStandardURL", withInk) + Followed("supplies");
     const std::pair<std::function<void(TestLink&)>, std::string> table[] = {
         {[](TestLink& link) { link.FollowLink("home", 0); }, madeHome + Manually(home)},
-        {[](TestLink& link) { link.FollowLink("home", 1); }, madeHome + Shell(home) + Manually(home)},
+        {[](TestLink& link) { link.FollowLink("home", 1); }, madeHome + Manually(home, "GotoURL") + Manually(home)},
         {[](TestLink& link) { link.FollowLink("supplies", 0); }, retailer + madeSupplies + Manually(supplies)},
         {[&](TestLink& link) { link.FollowLink("supplies", &ink, 0); },
          retailer + retailer + madeWithInk + Manually(withInk)},
         {[](TestLink& link) { link.FollowLink("home", "P", 0); }, madeHome + Manually(home) + Recorded("24576", "P")},
         {[&](TestLink& link) { link.FollowLink("supplies", &ink, "P", -1); },
-         retailer + madeWithInk + Shell(withInk) + Manually(withInk) + Recorded("24577", "P")},
+         retailer + madeWithInk + Manually(withInk, "GotoURL") + Manually(withInk) + Recorded("24577", "P")},
         {[](TestLink& link) { link.FollowLink("supplies", static_cast<INKINFO*>(nullptr), nullptr, 0); },
          retailer + madeSupplies + Manually(supplies) + Recorded("24577", "")},
         {[](TestLink& link) { link.FollowLink("unknown", "P", 0); }, Followed("unknown") + Manually("")},

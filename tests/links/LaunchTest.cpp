@@ -200,10 +200,13 @@ TEST_F(Launch, TheShell)
     }
 }
 
-TEST_F(Launch, WithoutSettings)
+TEST_F(Launch, WithoutSettingsByTheRealShellOrTheBrowser)
 {
-    calls.shellResult = SE_ERR_NOASSOC;
+    browser.world.SetText(HKEY_CLASSES_ROOT, "http", "URL Protocol", "");
+    browser.world.SetText(HKEY_CLASSES_ROOT, "http\\shell\\open\\command", "", browser.quoted + " -shell \"%1\"");
     const auto open = [] { EXPECT_GT(Result(CUrlLink().FollowLink(Address)), 32); };
+    EXPECT_EQ(browser.program.Recorded(open).commandLine, browser.quoted + " -shell \"" + Address + "\"");
+    calls.shellResult = SE_ERR_NOASSOC;
     const ProgramStart start = browser.program.Recorded(open);
     EXPECT_EQ(start.commandLine, browser.quoted + " -open  " + Address);
     EXPECT_THAT(start.window, StartsWith("show 5"));
