@@ -1,11 +1,11 @@
 // A push button whose face is a set of bitmaps with a transparent colour.
 #include "controls/CGUIButton.h"
 #include "system/internal/ParentRect.h"
+#include "controls/internal/Colours.h"
 #include <memory>
 
 namespace
 {
-constexpr COLORREF Green = 0x00FF00;
 constexpr DWORD OwnerDraw = BS_OWNERDRAW;
 constexpr DWORD VisibleOwnerDrawnChild = 0x5000008B;
 static_assert(OwnerDraw == 0x0B);
@@ -56,7 +56,8 @@ int CGUIButton::Initialize(UINT nNormal, UINT nHover, UINT nPressed, COLORREF cr
     m_crText = crText;
     PlaceStretched();
     // The caller's key is for the normal face only; hover and pressed pictures are always keyed with green.
-    return LoadFaces(nullptr, {nNormal, crKey}, {nHover, Green}, {nPressed, Green}, true);
+    return LoadFaces(nullptr, {nNormal, crKey}, {nHover, tvk::TransparentGreen}, {nPressed, tvk::TransparentGreen},
+                     true);
 }
 
 int CGUIButton::Initialize(HINSTANCE hInst, UINT nNormal, UINT nPressed, COLORREF crKey, COLORREF crText)
@@ -64,7 +65,7 @@ int CGUIButton::Initialize(HINSTANCE hInst, UINT nNormal, UINT nPressed, COLORRE
     m_crKey = crKey; // noted, not used: both pictures are keyed with green
     m_crText = crText;
     PlaceStretched();
-    return LoadFaces(hInst, {nNormal, Green}, {}, {nPressed, Green}, true);
+    return LoadFaces(hInst, {nNormal, tvk::TransparentGreen}, {}, {nPressed, tvk::TransparentGreen}, true);
 }
 
 int CGUIButton::Initialize(UINT nNormal, UINT nPressed, COLORREF crKey, COLORREF crText)

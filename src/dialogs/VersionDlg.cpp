@@ -10,10 +10,10 @@
 #include "system/internal/DetachedProcess.h"
 #include "system/internal/Handle.h"
 #include "system/internal/ParentRect.h"
+#include "controls/internal/Colours.h"
 
 namespace
 {
-constexpr COLORREF TransparentColour = 0x00FF00;
 constexpr unsigned short WebUpdateActivity = 4101;
 
 /// The setting that names a detail row's file.
@@ -220,7 +220,7 @@ BOOL VersionDlg::OnInitDialog()
     GetWindowRect(&window);
     m_nFullHeight = window.Height();
     ShowDetails();
-    m_Bitmap.LoadTransparent(IDB_VERSION_IMAGE, TransparentColour, nullptr);
+    m_Bitmap.LoadTransparent(IDB_VERSION_IMAGE, tvk::TransparentGreen, nullptr);
     m_Palette.CreatePalette256(IDB_VERSION_IMAGE);
     ReadComponentVersions();
     UpdateData(FALSE);

@@ -377,9 +377,12 @@ CString CGUIInkDisplay::SuppliesKey()
 DWORD CGUIInkDisplay::ReadDIMSValue(HKEY root, const CString& key)
 {
     DWORD value = 1; // an unreadable flag is a set one
-    int opened = 0;
-    if (tvk::Succeeds([&] { opened = m_Registry.Open(root, key, 0, KEY_ALL_ACCESS); }) && opened)
-        tvk::ReadNumber(m_Registry, TextSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING"), value);
+    tvk::Succeeds(
+        [&]
+        {
+            if (m_Registry.Open(root, key, 0, KEY_ALL_ACCESS))
+                tvk::ReadNumber(m_Registry, TextSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING"), value);
+        });
     m_Registry.Close();
     return value;
 }

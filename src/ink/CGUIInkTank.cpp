@@ -1,13 +1,13 @@
 #include "ink/CGUIInkTank.h"
 #include "ink/internal/ColorTable.h"
 #include "system/internal/ParentRect.h"
+#include "controls/internal/Colours.h"
 #include <array>
 
 namespace
 {
 constexpr int OutOfRangeBmpID = 190;
 constexpr int FullTankDrops = 800;
-constexpr COLORREF TransparentColor = RGB(0, 255, 0);
 
 /// First and last bitmap of the empty to the full tank.
 struct Series
@@ -47,7 +47,7 @@ CGUIInkTank::CGUIInkTank() : CGUIInkTank(BmpLongSeries) {}
 
 CGUIInkTank::CGUIInkTank(int type)
     : m_nPercent(0), m_nInkLevel(0), m_nBmpType(static_cast<BmpType>(type)), m_nFirstBmpID(0), m_nLastBmpID(0),
-      m_nMaxDropCount(0), m_iCurrentBmpID(0), m_crTransparent(TransparentColor)
+      m_nMaxDropCount(0), m_iCurrentBmpID(0), m_crTransparent(tvk::TransparentGreen)
 {
 }
 

@@ -470,16 +470,13 @@ CString CGUIUrlLink::ReadSuppliesValue(const CString& keyPath, const char* nameK
 {
     const CString name = Setting(nameKey);
     CString text = missing;
-    try
-    {
-        // All access, although it is only read: an ordinary user who may not write here does not get these values.
-        if (m_Registry.Open(HKEY_LOCAL_MACHINE, keyPath, 0, KEY_ALL_ACCESS))
-            tvk::ReadText(m_Registry, name, text);
-    }
-    catch (CRegistryException* exception)
-    {
-        exception->Delete();
-    }
+    tvk::Succeeds(
+        [&]
+        {
+            // All access, although it is only read: an ordinary user who may not write here does not get these values.
+            if (m_Registry.Open(HKEY_LOCAL_MACHINE, keyPath, 0, KEY_ALL_ACCESS))
+                tvk::ReadText(m_Registry, name, text);
+        });
     m_Registry.Close();
     return text;
 }

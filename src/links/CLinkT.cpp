@@ -2,12 +2,12 @@
 #include "links/CLinkT.h"
 #include "system/internal/Handle.h"
 #include "system/internal/ParentRect.h"
+#include "controls/internal/Colours.h"
 #include <algorithm>
 #include <commctrl.h>
 
 namespace
 {
-constexpr COLORREF Green = 0x00FF00;
 constexpr COLORREF Blue = 0xFF0000;
 constexpr UINT PlacingFlags = DT_CENTER | DT_RIGHT | DT_VCENTER | DT_BOTTOM;
 
@@ -39,9 +39,9 @@ int CLinkT<Button>::Initialize(UINT nNormal, UINT nHover, UINT nDisabled, HINSTA
     m_nNormalID = nNormal;
     m_nHoverID = nHover;
     m_nTextFlags = nFlags;
-    m_pNormalBmp = this->LoadFace(hInst, nNormal, Green, false, m_hNormalRgn);
-    m_pHoverBmp = this->LoadFace(hInst, nHover, Green, false, m_hHoverRgn);
-    const int disabled = nDisabled ? SetDisabledBitmap(nDisabled, hInst, Green) : 1;
+    m_pNormalBmp = this->LoadFace(hInst, nNormal, tvk::TransparentGreen, false, m_hNormalRgn);
+    m_pHoverBmp = this->LoadFace(hInst, nHover, tvk::TransparentGreen, false, m_hHoverRgn);
+    const int disabled = nDisabled ? SetDisabledBitmap(nDisabled, hInst, tvk::TransparentGreen) : 1;
     PlaceTextArea();
     return disabled && (!m_pNormalBmp || m_hNormalRgn) && (!m_pHoverBmp || m_hHoverRgn);
 }

@@ -2,25 +2,6 @@
 #include <array>
 #include "system/internal/RegistryValue.h"
 
-namespace
-{
-/// Does what may throw the registry's exception; returns whether it did not.
-template <class Operation>
-bool Done(Operation operation)
-{
-    try
-    {
-        operation();
-        return true;
-    }
-    catch (CRegistryException* exception)
-    {
-        exception->Delete();
-        return false;
-    }
-}
-} // namespace
-
 namespace tvk
 {
 PrinterValues::PrinterValues(const CString& printer)
@@ -31,14 +12,14 @@ PrinterValues::PrinterValues(const CString& printer)
 bool PrinterValues::Select(const char* key)
 {
     unsigned long disposition = 0;
-    return Done([&]
-                { m_registry.Create(disposition, nullptr, key, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr); });
+    return Succeeds(
+        [&] { m_registry.Create(disposition, nullptr, key, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr); });
 }
 
 std::optional<bool> PrinterValues::SelectExisting(const char* key)
 {
     int opened = 0;
-    const bool tried = Done([&] { opened = m_registry.Open(nullptr, key, 0, KEY_ALL_ACCESS); });
+    const bool tried = Succeeds([&] { opened = m_registry.Open(nullptr, key, 0, KEY_ALL_ACCESS); });
     if (tried && !opened && m_registry.GetLastError() == ERROR_FILE_NOT_FOUND)
         return false;
     return opened ? std::optional(true) : std::nullopt;
@@ -46,7 +27,7 @@ std::optional<bool> PrinterValues::SelectExisting(const char* key)
 
 bool PrinterValues::Has(const char* name)
 {
-    return Done([&] { m_registry.Read(nullptr, nullptr, nullptr, name); });
+    return Succeeds([&] { m_registry.Read(nullptr, nullptr, nullptr, name); });
 }
 
 std::optional<DWORD> PrinterValues::Number(const char* name)
@@ -59,7 +40,7 @@ std::optional<DWORD> PrinterValues::WideNumber(const char* name)
 {
     std::array<DWORD, 2> data = {};
     DWORD size = sizeof data;
-    const bool read = Done([&] { m_registry.Read(reinterpret_cast<BYTE*>(data.data()), &size, nullptr, name); });
+    const bool read = Succeeds([&] { m_registry.Read(reinterpret_cast<BYTE*>(data.data()), &size, nullptr, name); });
     return read && size >= sizeof data[0] ? std::optional(data[0]) : std::nullopt;
 }
 
@@ -87,6 +68,6 @@ void PrinterValues::WriteText(const char* name, const CString& text)
 
 void PrinterValues::Write(const char* name, const void* data, DWORD size, DWORD type)
 {
-    Done([&] { m_registry.Write(name, static_cast<const BYTE*>(data), size, type); });
+    Succeeds([&] { m_registry.Write(name, static_cast<const BYTE*>(data), size, type); });
 }
 } // namespace tvk

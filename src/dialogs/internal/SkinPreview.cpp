@@ -1,10 +1,10 @@
 #include "dialogs/internal/SkinPreview.h"
 #include <algorithm>
 #include "dialogs/DialogIds.h"
+#include "controls/internal/Colours.h"
 
 namespace
 {
-constexpr COLORREF TransparentColour = 0x00FF00;
 }
 
 namespace tvk
@@ -17,14 +17,14 @@ bool SkinPreview::Load(HINSTANCE skin, CSize room)
 {
     SetSaveBmp(TRUE); // the library is not there any more when the picture is drawn
     SetOverlap(TRUE); // the dialog erases before every draw: the background is always a fresh one
-    bool loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentColour, nullptr) != nullptr;
+    bool loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentGreen, nullptr) != nullptr;
     const CSize size(ReturnWidth(), ReturnHeight());
     if (loaded && (size.cx > room.cx || size.cy > room.cy))
     {
         const double scale = std::min(static_cast<double>(room.cx) / size.cx, static_cast<double>(room.cy) / size.cy);
         CRect fitting(0, 0, std::max(1, static_cast<int>(size.cx * scale)),
                       std::max(1, static_cast<int>(size.cy * scale)));
-        loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentColour, &fitting) != nullptr;
+        loaded = LoadTransparent(skin, IDB_JSW_SKIN_PREVIEW, TransparentGreen, &fitting) != nullptr;
     }
     m_palette.CreatePalette256(IDB_JSW_SKIN_PREVIEW);
     m_hInstance = nullptr; // nothing is looked for in it from now on
