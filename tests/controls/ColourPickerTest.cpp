@@ -2,18 +2,13 @@
 #include "controls/CColourPicker.h"
 #include "controls/CColourPopup.h"
 #include "support/NothingLeft.h"
-#include "support/IatPatch.h"
 #include "support/Screen.h"
-#include "support/TestProduct.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <commctrl.h>
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace
 {
@@ -174,30 +169,19 @@ TEST(ColourPickerTest, ArrowKeysLeadThroughTheGridAndTheBoxes)
         std::vector<int> cells;
         bool mirrored = false;
     } cases[] = {
-        {true, true, cell(9), "RDLU", {10, 18, 17, 9}},
-        {true, true, cell(7), "RL", {8, 7}},
+        {true, true, cell(9), "RDLULLR", {10, 18, 17, 9, 8, 7, 8}},
         {true, true, cell(0), "LRUD", {Default, 0, Default, 0}},
         {true, true, cell(5), "U", {Default}},
+        {true, true, cell(33), "DLRR", {Custom, 39, Custom, Default}},
+        {true, false, cell(39), "RL", {Default, 39}},
         {false, true, cell(0), "LR", {Custom, 0}},
-        {false, true, cell(3), "U", {Custom}},
-        {false, false, cell(0), "L", {39}},
-        {false, false, cell(6), "U", {39}},
-        {true, false, cell(1), "U", {Default}},
-        {true, true, cell(39), "RR", {Custom, Default}},
-        {true, true, cell(33), "DL", {Custom, 39}},
-        {true, false, cell(39), "R", {Default}},
-        {true, false, cell(32), "D", {Default}},
-        {false, false, cell(39), "RDL", {38}},
-        {true, true, Automatic, "R", {0}},
+        {false, false, cell(0), "LRDL", {39, 38}},
         {true, true, Automatic, "LU", {Custom, 39}},
-        {true, false, Automatic, "L", {39}},
         {false, true, Automatic, "R", {0}}, // no box for it: the custom one
         {true, true, Outside, "R", {Default}},
-        {false, true, Outside, "D", {0}},
         {false, false, Outside, "R", {0}},
         {false, false, Outside, "L", {39}},
-        {true, true, cell(0), "RL", {Default, 0}, true},
-        {true, true, cell(7), "LDR", {8, 16, 15}, true},
+        {true, true, cell(0), "RLLDR", {Default, 0, 1, 9, 8}, true},
     };
     for (const auto& row : cases)
     {
@@ -269,9 +253,14 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
     }
 }
 
-TEST(ColourPickerTest, WhatIsHeldDownOrMissesACellEndsNothing)
+TEST(ColourPickerTest, OpensOnceAndWhatIsHeldDownOrMissesACellEndsNothing)
 {
     Host host;
+    {
+        const Watch<decltype(&CreateWindowExA)> refuse("CreateWindowExA", 1, GetModuleHandleA("tvkframe.dll"));
+        EXPECT_FALSE(host.Open());
+        EXPECT_EQ(host.heard, Notifications{}) << "without a window nothing opens";
+    }
     const HWND popup = host.Open();
     Key(popup, VK_SPACE, 0x40000001);   // the key that opened the pop-up repeats
     Mouse(popup, WM_LBUTTONUP, {0, 0}); // on the edge
@@ -357,11 +346,6 @@ TEST(ColourPickerTest, TheCustomBoxAsksTheColourDialog)
         }
 }
 
-int WINAPI WideEdges(int index)
-{
-    return index == SM_CXEDGE ? 6 : GetSystemMetrics(index);
-}
-
 TEST(ColourPickerTest, IsLaidOutByItsTextsAndMargins)
 {
     const int margin = GetSystemMetrics(SM_CXEDGE);
@@ -394,7 +378,9 @@ TEST(ColourPickerTest, IsLaidOutByItsTextsAndMargins)
     EXPECT_EQ(size("A", longText.c_str()).cx, text.cx + 2 * margin);
     EXPECT_GE(oneBox.cy - bare.cy, text.cy + margin);
 
-    const IatPatch edges(LibraryUnderTest(), "GetSystemMetrics", WideEdges);
+    const IatPatch edges(
+        LibraryUnderTest(), "GetSystemMetrics",
+        +[](int index) -> int { return index == SM_CXEDGE ? 6 : GetSystemMetrics(index); });
     EXPECT_EQ(size("", ""), CSize(8 * 19 + 12, 5 * 19 + 12)) << "no room for a swatch in 18 pixels";
 }
 
@@ -528,18 +514,6 @@ TEST(ColourPickerTest, TheFaceShowsTheColour)
     host.picker.SetBkColour(Automatic);
     EXPECT_EQ(shown(), GetSysColor(COLOR_WINDOW));
     EXPECT_EQ(GetWindowLongPtrA(host.picker, GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
-}
-
-TEST(ColourPickerTest, WithoutAWindowNothingOpens)
-{
-    Host host;
-    {
-        const Watch<decltype(&CreateWindowExA)> refuse("CreateWindowExA", 1, GetModuleHandleA("tvkframe.dll"));
-        EXPECT_FALSE(host.Open());
-        EXPECT_EQ(host.heard, Notifications{});
-    }
-    EXPECT_TRUE(host.Open());
-    EXPECT_EQ(host.heard, Notifications{Opened(0xFFFFFF)});
 }
 
 TEST(ColourPickerTest, AThousandPopUpsLeaveNothingBehind)

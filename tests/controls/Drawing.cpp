@@ -6,7 +6,6 @@
 #include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <algorithm>
-#include <memory>
 
 namespace
 {
@@ -233,24 +232,17 @@ TEST_F(SavedDrawing, FailsWithoutATraceOnTheSurface)
     ExpectDrawnOver(2, "a good load after all of these");
 }
 
-template <class F>
-std::shared_ptr<void> Refuse(const char* function, int call, HMODULE caller)
-{
-    return std::make_shared<Watch<F>>(function, call, caller);
-}
-
 TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
 {
     const HMODULE library = LibraryUnderTest(), framework = GetModuleHandleA("tvkframe.dll");
     const struct
     {
         const char* function;
-        std::shared_ptr<void> (*refuse)(const char*, int, HMODULE);
+        RefuseFunction refuse;
         HMODULE caller;
         int call;
         bool inSavedDraw, inFreshDraw; // whether nothing is drawn then
     } faults[] = {
-#define REFUSED(function) #function, Refuse < decltype(&function)>
         {REFUSED(CreateCompatibleDC), library, 1, true, true},
         {REFUSED(CreateCompatibleDC), library, 2, true, true},
         {REFUSED(SelectObject), library, 1, true, true},
@@ -260,7 +252,6 @@ TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
         {REFUSED(CreatePalette), framework, 1, false, false}, // drawn without a palette
         {REFUSED(SelectPalette), library, 1, false, false},
         {REFUSED(SelectPalette), library, 3, false, false},
-#undef REFUSED
     };
     for (const auto& fault : faults)
         for (const bool save : {true, false})

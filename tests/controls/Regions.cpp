@@ -2,12 +2,10 @@
 #include "Pictures.h"
 #include "controls/CTransparentBmp.h"
 #include "support/NothingLeft.h"
-#include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
 #include <functional>
-#include <memory>
 
 namespace
 {
@@ -109,29 +107,25 @@ TEST(Regions, AreNullWhenTheSystemRefuses)
     const struct
     {
         const char* function;
-        std::function<std::shared_ptr<void>(const char*, int)> refuse;
+        RefuseFunction refuse;
         int call;
         std::string trace;
     } faults[] = {
-#define REFUSED(function, call, trace)                                                                                 \
-    {#function, [](const char* name, int nth) { return std::make_shared<Watch<decltype(&function)>>(name, nth); },     \
-     call, trace}
-        REFUSED(GlobalAlloc, 1, "GlobalAlloc Failed.\n"),
-        REFUSED(GlobalLock, 1, "GlobalLock Failed.\n"),
-        REFUSED(GlobalLock, 3, "GlobalLock Failed.\n"),
-        REFUSED(GlobalReAlloc, 1, "GlobalReAlloc Failed.\n"),
-        REFUSED(GlobalReAlloc, 7, "GlobalReAlloc Failed.\n"),
-        REFUSED(CreateCompatibleDC, 1, ""),
-        REFUSED(CreateCompatibleDC, 2, ""),
-        REFUSED(CreateDIBSection, 1, ""),
-        REFUSED(GetObjectA, 1, ""),
-        REFUSED(SelectObject, 1, ""),
-        REFUSED(SelectObject, 2, ""),
-        REFUSED(BitBlt, 1, ""),
-        REFUSED(ExtCreateRegion, 1, ""),
-        REFUSED(ExtCreateRegion, 3, ""),
-        REFUSED(CombineRgn, 1, ""),
-#undef REFUSED
+        {REFUSED(GlobalAlloc), 1, "GlobalAlloc Failed.\n\n"},
+        {REFUSED(GlobalLock), 1, "GlobalLock Failed.\n\n"},
+        {REFUSED(GlobalLock), 3, "GlobalLock Failed.\n\n"},
+        {REFUSED(GlobalReAlloc), 1, "GlobalReAlloc Failed.\n\n"},
+        {REFUSED(GlobalReAlloc), 7, "GlobalReAlloc Failed.\n\n"},
+        {REFUSED(CreateCompatibleDC), 1, ""},
+        {REFUSED(CreateCompatibleDC), 2, ""},
+        {REFUSED(CreateDIBSection), 1, ""},
+        {REFUSED(GetObjectA), 1, ""},
+        {REFUSED(SelectObject), 1, ""},
+        {REFUSED(SelectObject), 2, ""},
+        {REFUSED(BitBlt), 1, ""},
+        {REFUSED(ExtCreateRegion), 1, ""},
+        {REFUSED(ExtCreateRegion), 3, ""},
+        {REFUSED(CombineRgn), 1, ""},
     };
     TraceWorld trace;
     for (const auto& fault : faults)
@@ -140,12 +134,11 @@ TEST(Regions, AreNullWhenTheSystemRefuses)
         trace.Clear();
         const int objects = CountGdiObjects();
         {
-            const auto refused = fault.refuse(fault.function, fault.call);
+            const auto refused = fault.refuse(fault.function, fault.call, LibraryUnderTest());
             EXPECT_FALSE(Region(picture, picture.Key()));
         }
         EXPECT_EQ(CountGdiObjects(), objects);
-        const std::string log = trace.Log();
-        EXPECT_EQ(log.empty() ? log : WithoutTimeStamp(log), fault.trace.empty() ? "" : text + fault.trace + "\n");
+        EXPECT_EQ(trace.Steps(), fault.trace.empty() ? "" : text + fault.trace);
     }
     EXPECT_FALSE(CTransparentBmp().BitmapToRegion(nullptr, 0, nullptr));
     for (CRect size : {CRect(0, 0, 0, 5), CRect(0, 0, 5, 0), CRect(5, 5, 0, 0), CRect(0, 0, 100000, 100000)})

@@ -1,24 +1,18 @@
 // Activities recorded through a real portal and recorder library (recorder/*.c), which write down how they are called
 // and fail on demand; what they were given, what was traced, and what stays loaded.
 #include "diag/ActivityTracker.h"
-#include "support/FakeVersion.h"
 #include "support/NothingLeft.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include "support/Watch.h"
 #include <gtest/gtest.h>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace
 {
 constexpr char Portal[] = "usageportal.dll";
 constexpr char Recorder[] = "usagerecorder.dll";
-constexpr char PathSetting[] = "\\spool\\drivers\\x64\\";
-const std::string DriversRoot = SystemFolder() + "spool\\drivers\\x64\\";
-const std::string DriverDirectory = DriversRoot + "3\\";
+const std::string DriverDirectory = SystemFolder() + "spool\\drivers\\x64\\3\\";
 constexpr char Beginning[] = "create 6 3 0x2003\nserial SN-7\n";
 constexpr char Release[] = "recorder release\nportal release\n";
 
@@ -41,11 +35,9 @@ public:
         for (const char* library : {"portal.dll", "recorder.dll"})
             EXPECT_TRUE(DeleteFileA((m_directory + library).c_str())) << "still loaded? " << GetLastError();
     }
-    InstalledRecorder(const InstalledRecorder&) = delete;
-    InstalledRecorder& operator=(const InstalledRecorder&) = delete;
 
 private:
-    std::string m_directory;
+    const std::string m_directory;
 };
 
 /// A product that records, by libraries "portal.dll" and "recorder.dll".
@@ -54,14 +46,13 @@ TestProduct RecordingProduct(const char* resourceModule = "nowhere.dll")
     return TestProduct({{"IDO_DATA_REC_SUPPORTED", 1ul},
                         {"IDO_CAIRNFIELD_DLL", "portal.dll"},
                         {"IDO_DATA_RECORDER_DLL", "recorder.dll"},
-                        {"IDO_WINNTPATH", PathSetting},
+                        {"IDO_WINNTPATH", "\\spool\\drivers\\x64\\"},
                         {"IDO_UTIL_RESDLL", resourceModule}});
 }
 
 std::string UsageLog()
 {
-    std::ifstream file(TestFolder() + "usage.log", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return FileText(TestFolder() + "usage.log");
 }
 
 /// What the libraries write down from their loading on, with `steps` between the beginning and the release.
@@ -228,25 +219,6 @@ TEST_F(ActivityTrackerTest, NeverLoadsByABareName)
     EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), 0);
     EXPECT_EQ(world.Steps(), "(char)ActivityTracker::WriteData(1, 1, 1, SN-7)\n(char)portal.dll\n");
     EXPECT_EQ(UsageLog(), "");
-}
-
-TEST_F(ActivityTrackerTest, LooksInTheDriverDirectoryOfEachSystem)
-{
-    const TestProduct product = RecordingProduct();
-    const bool madeOld = std::filesystem::create_directory(DriversRoot + "2");
-    const std::pair<CRegistry::OSVersion, std::string> systems[] = {{CRegistry::OS_WIN98, SystemFolder()},
-                                                                    {CRegistry::OS_WINNT4, DriversRoot + "2\\"},
-                                                                    {CRegistry::OS_WINXP, DriverDirectory}};
-    for (const auto& [windows, directory] : systems)
-    {
-        Begin("");
-        const FakeVersion version(windows);
-        const InstalledRecorder installed(directory);
-        EXPECT_EQ(ActivityTracker().WriteData(1, "SN-7"), 1) << directory;
-        EXPECT_EQ(UsageLog(), Journey(directory, "value 0x1 1 1\ncommit\n"));
-    }
-    if (madeOld)
-        std::filesystem::remove(DriversRoot + "2");
 }
 
 TEST_F(Recording, LeavesNothingBehind)

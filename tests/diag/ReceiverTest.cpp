@@ -1,6 +1,7 @@
 // The trace receiver as its users know it: the program is started, sent pictures, and its files are read.
 #include "diag/CSpy.h"
 #include "diag/TracePicture.h"
+#include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include "system/internal/Handle.h"
 #include <afxwin.h>
@@ -9,7 +10,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace
 {
@@ -81,8 +81,7 @@ std::string Message(int width, int height, int bitsPerPixel, const std::string& 
 // The colours of a bitmap file, "RRGGBB RRGGBB" line by line from the top.
 std::string ColoursOf(const std::string& file)
 {
-    std::ifstream stream(Folder + "\\" + file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes = FileText(Folder + "\\" + file);
     BITMAPFILEHEADER start;
     BITMAPINFOHEADER info;
     if (bytes.size() < sizeof start + sizeof info)

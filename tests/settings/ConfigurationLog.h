@@ -4,8 +4,6 @@
 
 #include "ConfigItems.h"
 #include "support/TestProduct.h"
-#include <fstream>
-#include <iterator>
 
 class ConfigurationLog
 {
@@ -15,11 +13,7 @@ public:
     ConfigurationLog(const ConfigurationLog&) = delete;
     ConfigurationLog& operator=(const ConfigurationLog&) = delete;
 
-    std::string Text() const
-    {
-        std::ifstream file(Path(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string Text() const { return FileText(Path()); }
 
 private:
     static std::string Path() { return TestFolder() + "testconf.log"; }

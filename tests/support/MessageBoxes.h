@@ -20,8 +20,8 @@ public:
 
     /// The boxes since the last call: "text|caption|style in hexadecimal|owner". Each is answered with IDRETRY.
     static std::vector<std::string> Shown() { return std::exchange(s_shown, {}); }
-
-    static inline std::function<void()> whileOpen; ///< called in each box
+    /// Called once, while the next box is open.
+    static inline std::function<void()> whileOpen;
 
 private:
     static int WINAPI Note(HWND owner, LPCSTR text, LPCSTR caption, UINT style)
@@ -29,8 +29,8 @@ private:
         char numbers[40];
         std::snprintf(numbers, sizeof numbers, "|%x|%llu", style, reinterpret_cast<unsigned long long>(owner));
         s_shown.push_back(std::string(text ? text : "null") + "|" + (caption ? caption : "null") + numbers);
-        if (whileOpen)
-            whileOpen();
+        if (const auto call = std::exchange(whileOpen, nullptr))
+            call();
         return IDRETRY;
     }
     static inline std::vector<std::string> s_shown;

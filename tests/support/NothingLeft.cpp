@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 #include <psapi.h>
-#include <cstddef>
 
 namespace
 {
@@ -23,16 +22,16 @@ int CountWindows()
 }
 
 /// The system's own count is not to be had everywhere.
-std::size_t OpenHandles()
+int OpenHandles()
 {
-    std::size_t count = 0;
+    int count = 0;
     DWORD flags = 0;
     for (ULONG_PTR handle = 4; handle < 0x1000; handle += 4) // the lowest free one is handed out next
         count += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != 0;
     return count;
 }
 
-std::size_t LoadedModules()
+DWORD LoadedModules()
 {
     HMODULE modules[256];
     DWORD size = 0;
@@ -51,8 +50,8 @@ int CountGdiObjects()
 
 void ExpectNothingLeftBehind(int rounds, const std::function<void(int)>& round, int settled)
 {
-    int drawing = 0, windows = 0;
-    std::size_t handles = 0, modules = 0;
+    int drawing = 0, windows = 0, handles = 0;
+    DWORD modules = 0;
     for (int i = 0; i < rounds; ++i)
     {
         round(i);

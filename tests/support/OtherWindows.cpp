@@ -19,14 +19,6 @@ std::string OwnPath()
     GetModuleFileNameA(nullptr, path, MAX_PATH);
     return path;
 }
-
-std::string ProbeCommand(const std::string& name, const std::vector<std::string>& arguments)
-{
-    std::string command = "\"" + OwnPath() + "\" --probe " + name;
-    for (const std::string& argument : arguments)
-        command += " \"" + argument + "\"";
-    return command;
-}
 } // namespace
 
 ProbeRegistration::ProbeRegistration(const char* name, ProbeFunction function)
@@ -73,9 +65,7 @@ ProcessResult RunProcess(const std::string& commandLine, unsigned long milliseco
             char buffer[4096];
             DWORD got = 0;
             while (ReadFile(readEnd.Get(), buffer, sizeof buffer, &got, nullptr) && got)
-                for (DWORD i = 0; i < got; ++i)
-                    if (buffer[i] != '\r')
-                        result.output += buffer[i];
+                result.output.append(buffer, got);
         });
     if (WaitForSingleObject(process.Get(), milliseconds) != WAIT_OBJECT_0)
     {
@@ -83,13 +73,17 @@ ProcessResult RunProcess(const std::string& commandLine, unsigned long milliseco
         WaitForSingleObject(process.Get(), 5000);
     }
     reader.join();
+    std::erase(result.output, '\r');
     GetExitCodeProcess(process.Get(), &result.exitCode);
     return result;
 }
 
 ProcessResult RunProbeProcess(const std::string& name, const std::vector<std::string>& arguments)
 {
-    return RunProcess(ProbeCommand(name, arguments));
+    std::string command = "\"" + OwnPath() + "\" --probe " + name;
+    for (const std::string& argument : arguments)
+        command += " \"" + argument + "\"";
+    return RunProcess(command);
 }
 
 ProcessResult RunProbeUnder(const std::string& windowsVersion, const std::string& name,

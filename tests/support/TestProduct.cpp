@@ -1,6 +1,8 @@
 #include "TestProduct.h"
 #include "settings/TvkProduct.h"
 #include <gtest/gtest.h>
+#include <fstream>
+#include <iterator>
 
 namespace
 {
@@ -95,6 +97,12 @@ std::string SystemFolder()
     char path[MAX_PATH] = "";
     GetSystemDirectoryA(path, MAX_PATH);
     return std::string(path) + '\\';
+}
+
+std::string FileText(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 HMODULE LibraryUnderTest()

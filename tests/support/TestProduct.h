@@ -72,5 +72,7 @@ private:
 std::string TestFolder();
 /// The Windows system directory, with the backslash.
 std::string SystemFolder();
+/// The bytes of a file; none without it.
+std::string FileText(const std::string& path);
 /// The utilities library under test, for IatPatch.
 HMODULE LibraryUnderTest();

@@ -1,9 +1,8 @@
 #include "TraceWorld.h"
+#include "TestProduct.h"
 #include <gtest/gtest.h>
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <regex>
+#include <sstream>
 
 namespace
 {
@@ -56,8 +55,7 @@ std::string TraceWorld::LogPath()
 
 std::string TraceWorld::Log() const
 {
-    std::ifstream file(LogPath(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return FileText(LogPath());
 }
 
 std::vector<std::string> TraceWorld::Records() const
@@ -65,22 +63,14 @@ std::vector<std::string> TraceWorld::Records() const
     const std::string log = Log();
     EXPECT_TRUE(log.empty() || log.back() == '\n') << "the log ends within a record";
     std::vector<std::string> records;
-    for (std::size_t line = 0; line < log.size();)
-    {
-        const std::size_t next = std::min(log.find('\n', line), log.size() - 1) + 1;
-        const std::string text = log.substr(line, next - line);
-        std::smatch stamp;
-        if (std::regex_search(text, stamp, TimeStamp(), std::regex_constants::match_continuous))
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);)
+        if (std::smatch stamp; std::regex_search(line, stamp, TimeStamp(), std::regex_constants::match_continuous))
             records.push_back(stamp.suffix());
         else if (records.empty())
-            ADD_FAILURE() << "the log does not begin with a time stamp: " << text;
+            ADD_FAILURE() << "the log does not begin with a time stamp: " << line;
         else
-            records.back() += text;
-        line = next;
-    }
-    for (std::string& record : records)
-        if (!record.empty() && record.back() == '\n')
-            record.pop_back();
+            records.back() += "\n" + line;
     return records;
 }
 

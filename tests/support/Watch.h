@@ -3,6 +3,7 @@
 
 #include "support/IatPatch.h"
 #include "support/TestProduct.h"
+#include <memory>
 #include <type_traits>
 
 /// Counts the calls that a module makes of a system function for as long as the object lives. The call numbered
@@ -51,3 +52,13 @@ private:
     static inline R(WINAPI* s_original)(A...);
     IatPatch m_patch;
 };
+
+/// For tables: a function's name, and how a call of it is refused for as long as the answer lives.
+using RefuseFunction = std::shared_ptr<void> (*)(const char* function, int call, HMODULE caller);
+template <class F>
+RefuseFunction Refuser(F)
+{
+    return [](const char* function, int call, HMODULE caller) -> std::shared_ptr<void>
+    { return std::make_shared<Watch<F>>(function, call, caller); };
+}
+#define REFUSED(function) #function, Refuser(&function)
