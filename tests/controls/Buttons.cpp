@@ -426,6 +426,7 @@ TEST_F(Buttons, LeaveNoObjectBehind)
             m_button.SetDisabledBitmap(Disabled, Green);
             m_button.SetTextSize(8 + round % 2);
             Draw(surface);
+            CGUIButton other;
         });
 }
 

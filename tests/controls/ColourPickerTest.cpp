@@ -177,6 +177,7 @@ TEST(ColourPickerTest, ArrowKeysLeadThroughTheGridAndTheBoxes)
         {false, true, cell(0), "LR", {Custom, 0}},
         {false, false, cell(0), "LRDL", {39, 38}},
         {true, true, Automatic, "LU", {Custom, 39}},
+        {true, false, Automatic, "L", {39}},
         {false, true, Automatic, "R", {0}}, // no box for it: the custom one
         {true, true, Outside, "R", {Default}},
         {false, false, Outside, "R", {0}},

@@ -140,22 +140,14 @@ PictureLibrary::~PictureLibrary()
     EXPECT_TRUE(DeleteFileA(m_path.c_str())) << m_path;
 }
 
-Surface::Surface(int width, int height, unsigned seed, DWORD layout)
-    : m_width(width), m_height(height), m_context(CreateCompatibleDC(nullptr))
+Surface::Surface(int width, int height, unsigned seed, DWORD layout) : m_width(width), m_height(height)
 {
-    const HDC screen = GetDC(nullptr);
-    m_bitmap = CreateCompatibleBitmap(screen, width, height);
-    ReleaseDC(nullptr, screen);
-    m_former = SelectObject(m_context, m_bitmap);
+    CClientDC screen(nullptr);
+    m_bitmap.CreateCompatibleBitmap(&screen, width, height);
+    m_context.CreateCompatibleDC(nullptr);
+    m_context.SelectObject(&m_bitmap);
     SetLayout(m_context, layout);
     FillWithNoise(seed);
-}
-
-Surface::~Surface()
-{
-    SelectObject(m_context, m_former);
-    DeleteDC(m_context);
-    DeleteObject(m_bitmap);
 }
 
 void Surface::FillWithNoise(unsigned seed)

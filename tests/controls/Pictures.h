@@ -1,9 +1,9 @@
 // Pictures whose every pixel is known, and the surfaces to draw them on.
 #pragma once
 
+#include <afxwin.h>
 #include <string>
 #include <vector>
-#include <windows.h>
 
 /// A random picture of few colours; one of them is the hole. Every colour survives every depth.
 class Picture
@@ -72,8 +72,7 @@ class Surface
 {
 public:
     Surface(int width, int height, unsigned seed, DWORD layout = 0);
-    ~Surface();
-    HDC Context() const { return m_context; }
+    HDC Context() const { return m_context.GetSafeHdc(); }
     void FillWithNoise(unsigned seed);
     /// All pixels in the context's own coordinates, row by row.
     std::vector<COLORREF> Pixels() const;
@@ -82,7 +81,6 @@ public:
 private:
     int m_width;
     int m_height;
-    HDC m_context;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_former;
+    CBitmap m_bitmap;
+    CDC m_context; // goes before the bitmap that is selected into it
 };

@@ -132,12 +132,9 @@ TEST(Regions, AreNullWhenTheSystemRefuses)
     {
         SCOPED_TRACE(testing::Message() << fault.function << ", call " << fault.call);
         trace.Clear();
-        const int objects = CountGdiObjects();
-        {
-            const auto refused = fault.refuse(fault.function, fault.call, LibraryUnderTest());
-            EXPECT_FALSE(Region(picture, picture.Key()));
-        }
-        EXPECT_EQ(CountGdiObjects(), objects);
+        const NoDrawingObjectLeft nothingLeft;
+        const auto refused = fault.refuse(fault.function, fault.call, LibraryUnderTest());
+        EXPECT_FALSE(Region(picture, picture.Key()));
         EXPECT_EQ(trace.Steps(), fault.trace.empty() ? "" : text + fault.trace);
     }
     EXPECT_FALSE(CTransparentBmp().BitmapToRegion(nullptr, 0, nullptr));

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <process.h>
 
 namespace
 {
@@ -28,14 +29,10 @@ protected:
 
     void Start(int count)
     {
-        STARTUPINFOA startup = {};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started = {};
-        std::string line = "..\\..\\bin\\tracereceiver.exe --save \"" + Folder + "\" --count " + std::to_string(count);
-        ASSERT_TRUE(
-            CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
-        m_process.Reset(started.hProcess);
-        CloseHandle(started.hThread);
+        const char* const program = "..\\..\\bin\\tracereceiver.exe";
+        const std::string folder = "\"" + Folder + "\"", number = std::to_string(count);
+        m_process.Reset(reinterpret_cast<HANDLE>(
+            _spawnl(_P_NOWAIT, program, program, "--save", folder.c_str(), "--count", number.c_str(), nullptr)));
         for (int i = 0; i < 500 && !m_window; ++i, Sleep(20))
             m_window = FindWindowA(TRACE_RECEIVER_CLASS, TRACE_RECEIVER_TITLE);
         ASSERT_TRUE(m_window);
@@ -82,11 +79,10 @@ std::string Message(int width, int height, int bitsPerPixel, const std::string& 
 std::string ColoursOf(const std::string& file)
 {
     const std::string bytes = FileText(Folder + "\\" + file);
-    BITMAPFILEHEADER start;
-    BITMAPINFOHEADER info;
-    if (bytes.size() < sizeof start + sizeof info)
+    if (bytes.size() < sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER))
         return "no such file";
-    std::memcpy(&start, bytes.data(), sizeof start);
+    const auto& start = *reinterpret_cast<const BITMAPFILEHEADER*>(bytes.data());
+    BITMAPINFOHEADER info; // lies at no multiple of four
     std::memcpy(&info, bytes.data() + sizeof start, sizeof info);
     EXPECT_EQ(start.bfType, 0x4D42);
     EXPECT_EQ(start.bfSize, bytes.size());

@@ -4,6 +4,7 @@
 #include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
+#include "system/internal/Handle.h"
 #include <gtest/gtest.h>
 #include <array>
 #include <map>
@@ -12,14 +13,14 @@
 
 namespace
 {
-constexpr char Reached[] = "TraceWriterHoldsTheLock";
+constexpr char Reached[] = "TraceWriterHoldsTheLock", Killed[] = "TraceWriterIsKilled";
 
-// Stands still where the record would be written, as a process does that a debugger has stopped.
+// Stands still where the record would be written, as a process does that a debugger has stopped, until it is killed.
 BOOL WINAPI StopInsteadOfWriting(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*)
 {
     SetEvent(OpenEventA(EVENT_MODIFY_STATE, FALSE, Reached));
-    Sleep(INFINITE);
-    return FALSE;
+    WaitForSingleObject(OpenEventA(SYNCHRONIZE, FALSE, Killed), INFINITE);
+    return TerminateProcess(GetCurrentProcess(), 1);
 }
 } // namespace
 
@@ -42,14 +43,13 @@ TEST(TraceConcurrency, ProcessesThatTraceAtOnceLoseNoRecord)
 {
     constexpr int Records = 4000;
     const TraceWorld world;
-    std::vector<std::thread> processes;
+    std::vector<std::jthread> processes;
     for (const char* name : {"first", "second", "third"})
         processes.emplace_back(
             [name] {
                 EXPECT_EQ(RunProbeProcess("WriteRecords", {name, std::to_string(Records)}).exitCode, 0u);
             });
-    for (std::thread& process : processes)
-        process.join();
+    processes.clear(); // waits for them
     std::map<std::string, int> next;
     for (const std::string& record : world.Records())
     {
@@ -64,15 +64,10 @@ TEST(TraceConcurrency, AStoppedProcessDoesNotFreezeTheOthers)
 {
     constexpr int Records = 200;
     const TraceWorld world;
-    const HANDLE reached = CreateEventA(nullptr, FALSE, FALSE, Reached);
-    char self[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, self, MAX_PATH);
-    std::string line = std::string("\"") + self + "\" --probe StopWithinARecord";
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION stopped = {};
-    ASSERT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &stopped));
-    ASSERT_EQ(WaitForSingleObject(reached, 20000), WAIT_OBJECT_0);
+    const tvk::KernelHandle reached(CreateEventA(nullptr, FALSE, FALSE, Reached));
+    const tvk::KernelHandle killed(CreateEventA(nullptr, FALSE, FALSE, Killed));
+    std::jthread stopped([] { RunProbeProcess("StopWithinARecord"); });
+    ASSERT_EQ(WaitForSingleObject(reached.Get(), 20000), WAIT_OBJECT_0);
 
     const auto writeRecords = [&world]
     {
@@ -87,14 +82,11 @@ TEST(TraceConcurrency, AStoppedProcessDoesNotFreezeTheOthers)
     EXPECT_LT(slow, 15000u) << "a long wait for every record would take a minute and a half";
     EXPECT_EQ(world.Records().size(), std::size_t{Records});
 
-    TerminateProcess(stopped.hProcess, 1);
-    WaitForSingleObject(stopped.hProcess, 5000);
+    SetEvent(killed.Get());
+    stopped.join();
     writeRecords();
     EXPECT_LT(writeRecords(), slow / 2) << "the lock is free again, but still waited for";
     EXPECT_EQ(world.Records().size(), std::size_t{3 * Records});
-    CloseHandle(stopped.hThread);
-    CloseHandle(stopped.hProcess);
-    CloseHandle(reached);
 }
 
 TEST(TraceConcurrency, TheLockLiesWhereNobodyReadsOrWrites)

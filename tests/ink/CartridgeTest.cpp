@@ -162,17 +162,17 @@ TEST(Cartridges, CanBeJudgedWithoutProductSettings)
 
 namespace
 {
-const TestSettings DimsSettings = {
-    {"IDO_ONECLICK_INK_ORDER", 0ul},
-    {"IDO_SUPPLIES_REG_PATH", "Software\\Torvane\\InkTest\\Own\\"},
-    {"IDO_MORVAY_SUPPLIES_REG_PATH", "Software\\Torvane\\InkTest\\Store\\"},
-    {"IDO_PRINTER_MODEL", "T100"},
-    {"IDO_KEY_NAME_MORVAY_DIMS_SETTING", "DimsFlag"},
-    {"IDO_OEM_INKJET_IDENT", "Software\\Torvane\\InkTest"},
-};
-constexpr char StoreKey[] = "Software\\Torvane\\InkTest\\Store\\T100";
 constexpr char Flag[] = "DimsFlag";
-const std::string Zero(4, '\0'), Seven("\7\0\0\0", 4);
+
+SettingList DimsSettings(unsigned long oneClick)
+{
+    return {{"IDO_ONECLICK_INK_ORDER", oneClick},
+            {"IDO_SUPPLIES_REG_PATH", "Software\\Torvane\\InkTest\\Own\\"},
+            {"IDO_MORVAY_SUPPLIES_REG_PATH", "Software\\Torvane\\InkTest\\Store\\"},
+            {"IDO_PRINTER_MODEL", "T100"},
+            {"IDO_KEY_NAME_MORVAY_DIMS_SETTING", Flag},
+            {"IDO_OEM_INKJET_IDENT", "Software\\Torvane\\InkTest"}};
+}
 } // namespace
 
 TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
@@ -197,7 +197,7 @@ TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
         if (system.installed)
             registry.Printer("Ink Test Printer", "Original Name");
         registry.Claim(system.root, system.key);
-        const TestProduct product(DimsSettings);
+        const TestProduct product(DimsSettings(0));
         const FakeVersion version(system.platform, system.platform == VER_PLATFORM_WIN32_NT ? 6 : 4, 10);
         CGUIInkDisplay display;
         EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 1);
@@ -205,41 +205,35 @@ TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
         EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 0);
         display.SetDIMSValue("Ink Test Printer", 7);
         EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 1);
-        EXPECT_EQ(RegistryWorld::Get(system.root, system.key, Flag), Seven);
+        EXPECT_EQ(RegistryWorld::Get(system.root, system.key, Flag), std::string("\7\0\0\0", 4));
     }
 }
 
-TEST(Dims, OfTheProductStandsInTheModelsSuppliesKey)
+TEST(Dims, OfTheProductStandsInTheModelsSuppliesKeyOrThatOfItsOwnOrderingTool)
 {
-    RegistryWorld registry;
-    registry.Claim(HKEY_LOCAL_MACHINE, StoreKey);
-    const TestProduct product(DimsSettings);
-    CGUIInkDisplay display;
-    EXPECT_EQ(display.GetDIMSValue(), 1) << "no key";
-    display.SetDIMSValue(0);
-    EXPECT_EQ(RegistryWorld::Get(HKEY_LOCAL_MACHINE, StoreKey, Flag), Zero);
-    EXPECT_EQ(display.GetDIMSValue(), 0);
-    display.SetDIMSValue(7);
-    EXPECT_EQ(display.GetDIMSValue(), 1);
-    registry.SetText(HKEY_LOCAL_MACHINE, StoreKey, Flag, "a text");
-    EXPECT_EQ(display.GetDIMSValue(), 1);
-    registry.Set(HKEY_LOCAL_MACHINE, StoreKey, Flag, REG_BINARY, std::string(2, '\0'));
-    EXPECT_EQ(display.GetDIMSValue(), 1) << "too short for a number";
-    RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, StoreKey, Flag);
-    EXPECT_EQ(display.GetDIMSValue(), 1) << "no value";
-    registry.Restrict(HKEY_LOCAL_MACHINE, StoreKey, KEY_READ);
-    display.SetDIMSValue(0);
-    EXPECT_EQ(display.GetDIMSValue(), 1) << "neither writing nor reading is allowed";
-}
-
-TEST(Dims, OfAProductWithAnOrderingToolOfItsOwnStandsElsewhere)
-{
-    RegistryWorld registry;
-    registry.SetNumber(HKEY_LOCAL_MACHINE, "Software\\Torvane\\InkTest\\Own\\T100", Flag, 0);
-    InkDisplay display;
-    display.SetSetting("IDO_ONECLICK_INK_ORDER", 1ul);
-    display.SetSetting("IDO_SUPPLIES_REG_PATH", "Software\\Torvane\\InkTest\\Own\\");
-    display.SetSetting("IDO_PRINTER_MODEL", "T100");
-    display.SetSetting("IDO_KEY_NAME_MORVAY_DIMS_SETTING", Flag);
-    EXPECT_EQ(display.GetDIMSValue(), 0);
+    const std::string keys[] = {"Software\\Torvane\\InkTest\\Store\\T100", "Software\\Torvane\\InkTest\\Own\\T100"};
+    for (const unsigned long oneClick : {0ul, 1ul})
+    {
+        const std::string& key = keys[oneClick];
+        SCOPED_TRACE(key);
+        RegistryWorld registry;
+        registry.Claim(HKEY_LOCAL_MACHINE, key);
+        const TestProduct product(DimsSettings(oneClick));
+        CGUIInkDisplay display;
+        EXPECT_EQ(display.GetDIMSValue(), 1) << "no key";
+        display.SetDIMSValue(0);
+        EXPECT_EQ(RegistryWorld::Get(HKEY_LOCAL_MACHINE, key, Flag), std::string(4, '\0'));
+        EXPECT_EQ(display.GetDIMSValue(), 0);
+        display.SetDIMSValue(7);
+        EXPECT_EQ(display.GetDIMSValue(), 1);
+        registry.SetText(HKEY_LOCAL_MACHINE, key, Flag, "a text");
+        EXPECT_EQ(display.GetDIMSValue(), 1);
+        registry.Set(HKEY_LOCAL_MACHINE, key, Flag, REG_BINARY, std::string(2, '\0'));
+        EXPECT_EQ(display.GetDIMSValue(), 1) << "too short for a number";
+        RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), Flag);
+        EXPECT_EQ(display.GetDIMSValue(), 1) << "no value";
+        registry.Restrict(HKEY_LOCAL_MACHINE, key, KEY_READ);
+        display.SetDIMSValue(0);
+        EXPECT_EQ(display.GetDIMSValue(), 1) << "neither writing nor reading is allowed";
+    }
 }

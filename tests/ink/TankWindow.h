@@ -11,8 +11,6 @@ public:
     /// `type`: the tanks' bitmap type; `exStyle`: further styles of the window, such as WS_EX_LAYOUTRTL.
     explicit TankWindow(int type = CGUIInkTank::BmpLongSeries, DWORD exStyle = 0);
     ~TankWindow();
-    TankWindow(const TankWindow&) = delete;
-    TankWindow& operator=(const TankWindow&) = delete;
 
     CWnd& Window() { return m_window; }
     CGUIInkTank& Tank(int index) { return *m_tanks[static_cast<size_t>(index)]; }

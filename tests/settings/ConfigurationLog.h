@@ -1,5 +1,4 @@
-// The tests' configuration library (testconf.c) writes down every call; its log is empty at the beginning of a test and
-// gone at the end.
+// What the tests' configuration library (testconf.c) writes down of its calls, for as long as the object lives.
 #pragma once
 
 #include "ConfigItems.h"
@@ -8,13 +7,14 @@
 class ConfigurationLog
 {
 public:
-    ConfigurationLog() { DeleteFileA(Path().c_str()); }
-    ~ConfigurationLog() { DeleteFileA(Path().c_str()); }
-    ConfigurationLog(const ConfigurationLog&) = delete;
-    ConfigurationLog& operator=(const ConfigurationLog&) = delete;
-
-    std::string Text() const { return FileText(Path()); }
+    ConfigurationLog() { SetEnvironmentVariableA("CONFIGURATION_LOG", m_path.c_str()); }
+    ~ConfigurationLog()
+    {
+        SetEnvironmentVariableA("CONFIGURATION_LOG", nullptr);
+        DeleteFileA(m_path.c_str());
+    }
+    std::string Text() const { return FileText(m_path); }
 
 private:
-    static std::string Path() { return TestFolder() + "testconf.log"; }
+    const std::string m_path = TestFolder() + "testconf.log";
 };

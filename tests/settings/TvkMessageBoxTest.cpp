@@ -25,11 +25,6 @@ protected:
 
     const MessageBoxes m_boxes;
 };
-
-std::string UtilitiesName()
-{
-    return TestProduct::LibraryName().substr(0, 4) + "util.dll";
-}
 } // namespace
 
 TEST_F(TvkMessageBoxTest, ReadsRightToLeftInExactlySpelledLanguages)
@@ -56,9 +51,9 @@ TEST_F(TvkMessageBoxTest, LoadsTheResourceLibraryBesideTheUtilitiesLibraryForThe
         std::string utilities, resources;
         std::vector<std::string> boxes;
     } cases[] = {
-        {UtilitiesName(), "tvkboxres.dll", {RightToLeft}},
+        {PRODUCT_PREFIX "util.dll", "tvkboxres.dll", {RightToLeft}},
         // The language comes from the program's own strings then; it has none.
-        {UtilitiesName(), "nowhere.dll", {missing(TestFolder() + "nowhere.dll"), LeftToRight}},
+        {PRODUCT_PREFIX "util.dll", "nowhere.dll", {missing(TestFolder() + "nowhere.dll"), LeftToRight}},
         // Without a folder the library is not searched for, though it lies beside the program.
         {"notloaded.dll", "tvkboxres.dll", {missing("tvkboxres.dll"), LeftToRight}},
     };

@@ -1,8 +1,8 @@
 // Look-ups: where a value comes from, what the trace says of it, and what is left behind.
 #include "ConfigurationLog.h"
 #include "settings/TvkProduct.h"
+#include "support/FakeVersion.h"
 #include "support/NothingLeft.h"
-#include "support/Probe.h"
 #include "support/TestProduct.h"
 #include "support/TraceWorld.h"
 #include <afxwin.h>
@@ -282,28 +282,30 @@ TEST(TvkProductTest, DebugMessagesAreOnBeforeTheRelease)
                     {"IDO_FEATURE_ON_OVERRIDE", ItemNumber}}));
 }
 
-/// Prints which settings the two keys of the Windows family read.
-PROBE(RewrittenKeys)
-{
-    const std::string helpFile = "IDO_RZB_TECHNICALCONTACT_HELPFILE", program = "IDO_RZB_EXECUTABLENAME_";
-    const TestProduct resident(SettingList{{helpFile.c_str(), "unchanged"},
-                                           {(helpFile + "9X").c_str(), "9x"},
-                                           {(helpFile + "NT").c_str(), "nt"},
-                                           {(program + "PATH").c_str(), "unchanged"},
-                                           {(program + "9X_PATH").c_str(), "9x"},
-                                           {(program + "NT_PATH").c_str(), "nt4"},
-                                           {(program + "WIN2000_PATH").c_str(), "2000"}});
-    TvkProduct product;
-    std::printf("%s %s", Text(product, helpFile.c_str()).c_str(), Text(product, (program + "PATH").c_str()).c_str());
-    return 0;
-}
-
 TEST(TvkProductTest, KeysOfTheWindowsFamily)
 {
-    const char* const read[][2] = {{"win31", "9x 9x"},   {"win95", "9x 9x"},   {"winme", "9x 9x"},  {"nt40", "nt nt4"},
-                                   {"win2k", "nt 2000"}, {"winxp", "nt 2000"}, {"win10", "nt 2000"}};
-    for (const auto& [windows, settings] : read)
-        EXPECT_EQ(settings, RunProbeUnder(windows, "RewrittenKeys").output) << windows;
+    const TestProduct resident({{"IDO_RZB_TECHNICALCONTACT_HELPFILE", "unchanged"},
+                                {"IDO_RZB_TECHNICALCONTACT_HELPFILE9X", "9x"},
+                                {"IDO_RZB_TECHNICALCONTACT_HELPFILENT", "nt"},
+                                {"IDO_RZB_EXECUTABLENAME_PATH", "unchanged"},
+                                {"IDO_RZB_EXECUTABLENAME_9X_PATH", "9x"},
+                                {"IDO_RZB_EXECUTABLENAME_NT_PATH", "nt4"},
+                                {"IDO_RZB_EXECUTABLENAME_WIN2000_PATH", "2000"}});
+    const struct
+    {
+        int platform;
+        unsigned long major, minor;
+        const char *helpFile, *path;
+    } systems[] = {{0, 3, 10, "9x", "9x"},  {1, 4, 0, "9x", "9x"},   {1, 4, 90, "9x", "9x"},  {2, 4, 0, "nt", "nt4"},
+                   {2, 5, 0, "nt", "2000"}, {2, 5, 1, "nt", "2000"}, {2, 10, 0, "nt", "2000"}};
+    for (const auto& [platform, major, minor, helpFile, path] : systems)
+    {
+        SCOPED_TRACE(testing::Message() << "platform " << platform << ", version " << major << "." << minor);
+        const FakeVersion version(platform, major, minor);
+        TvkProduct product;
+        EXPECT_EQ(helpFile, Text(product, "IDO_RZB_TECHNICALCONTACT_HELPFILE"));
+        EXPECT_EQ(path, Text(product, "IDO_RZB_EXECUTABLENAME_PATH"));
+    }
 }
 
 TEST(TvkProductTest, PreloadedCartridgesReplaceTheDefaultOnes)
@@ -338,12 +340,6 @@ TEST(TvkProductTest, PreloadedCartridgesReplaceTheDefaultOnes)
     WritePrivateProfileStringA("Installed", "Cart2", "50", file.c_str());
     EXPECT_EQ(82ul, Number(product, "IDO_DEFAULT_BLACKCART"));
     DeleteFileA(file.c_str());
-}
-
-TEST(TvkProductTest, ThePrefixIsTheLibrarysOwn)
-{
-    EXPECT_STREQ(PRODUCT_PREFIX, TvkProduct::GetProductPrefix());
-    EXPECT_EQ(0u, TestProduct::LibraryName().find(PRODUCT_PREFIX "jswr"));
 }
 
 TEST(TvkProductTest, TheKeyMayLieInTheOutput)

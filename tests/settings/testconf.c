@@ -1,31 +1,9 @@
-/* The tests' configuration library. Plain C: it is loaded and freed for every question. Each call is written down in
-   testconf.log beside it: arguments and result. */
+/* The tests' configuration library. Plain C: it is loaded and freed for every question. Each call is written down,
+   arguments and result, in the file that the environment variable CONFIGURATION_LOG names. */
 #include <stdio.h>
 #include <string.h>
 #include "settings/ConfigurationLibrary.h"
 #include "ConfigItems.h"
-
-static HMODULE Module;
-
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved)
-{
-    (void)reason;
-    (void)reserved;
-    Module = instance;
-    return TRUE;
-}
-
-static void WriteDown(const char* line)
-{
-    char path[MAX_PATH];
-    DWORD written = 0;
-    HANDLE log;
-    GetModuleFileNameA(Module, path, sizeof path);
-    strcpy(strrchr(path, '.'), ".log");
-    log = CreateFileA(path, FILE_APPEND_DATA, FILE_SHARE_READ, NULL, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, NULL);
-    WriteFile(log, line, (DWORD)strlen(line), &written, NULL);
-    CloseHandle(log);
-}
 
 #define MORE ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE
 #define SIXTEEN "xxxxxxxxxxxxxxxx"
@@ -74,10 +52,14 @@ __declspec(dllexport) unsigned long WINAPI GetConfigData(unsigned long reserved1
     const int second = asked == item;
     const unsigned long sizeBefore = *size;
     const unsigned long result = Answer(item, buffer, size, second);
-    char line[100];
+    char path[MAX_PATH];
     asked = !second && result == ERROR_CONFIG_INSUFFICIENT_BUFFER_SIZE ? item : 0;
-    sprintf(line, "%lu %lu %lu %s %lu: %lu %lu\n", reserved1, item, reserved2, buffer ? "buffer" : "null", sizeBefore,
-            result, *size);
-    WriteDown(line);
+    if (GetEnvironmentVariableA("CONFIGURATION_LOG", path, sizeof path))
+    {
+        FILE* log = fopen(path, "ab");
+        fprintf(log, "%lu %lu %lu %s %lu: %lu %lu\n", reserved1, item, reserved2, buffer ? "buffer" : "null",
+                sizeBefore, result, *size);
+        fclose(log);
+    }
     return result;
 }

@@ -48,6 +48,11 @@ int CountGdiObjects()
     return count;
 }
 
+NoDrawingObjectLeft::~NoDrawingObjectLeft()
+{
+    EXPECT_LE(CountGdiObjects(), m_before) << "drawing objects are left";
+}
+
 void ExpectNothingLeftBehind(int rounds, const std::function<void(int)>& round, int settled)
 {
     int drawing = 0, windows = 0, handles = 0;

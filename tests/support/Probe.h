@@ -20,9 +20,6 @@ struct ProbeRegistration
     static const ProbeRegistration ProbeRegistration##name(#name, Probe##name);                                        \
     static int Probe##name([[maybe_unused]] int argc, [[maybe_unused]] char** argv)
 
-/// Runs a registered probe in this process; 98 for an unknown name.
-int RunProbe(const char* name, int argc, char** argv);
-
 /// What a finished child printed, with CR taken out, and its exit code.
 struct ProcessResult
 {

@@ -1,6 +1,7 @@
 #include "RegistryWorld.h"
 #include <gtest/gtest.h>
-#include <aclapi.h>
+#include <sddl.h>
+#include <cstdio>
 #include "system/internal/Handle.h"
 
 RegistryWorld::~RegistryWorld()
@@ -73,20 +74,15 @@ void RegistryWorld::Restrict(HKEY root, const std::string& path, DWORD rights)
 
 void RegistryWorld::Grant(HKEY root, const std::string& path, DWORD rights)
 {
-    SID_IDENTIFIER_AUTHORITY world = {SECURITY_WORLD_SID_AUTHORITY};
-    tvk::Sid everyone;
-    AllocateAndInitializeSid(&world, 1, SECURITY_WORLD_RID, 0, 0, 0, 0, 0, 0, 0, everyone.Receive());
-    alignas(ACL) BYTE list[256];
-    auto* acl = reinterpret_cast<ACL*>(list);
-    InitializeAcl(acl, sizeof list, ACL_REVISION);
+    char text[40] = "D:";
     if (rights)
-        AddAccessAllowedAce(acl, ACL_REVISION, rights, everyone.Get());
-    SECURITY_DESCRIPTOR descriptor;
-    InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-    SetSecurityDescriptorDacl(&descriptor, TRUE, acl, FALSE);
+        std::snprintf(text, sizeof text, "D:(A;;0x%lx;;;WD)", rights);
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorA(text, SDDL_REVISION_1, &descriptor, nullptr));
     tvk::RegistryKey key;
-    ASSERT_EQ(RegOpenKeyExA(root, path.c_str(), 0, WRITE_DAC, key.Receive()), 0) << path;
-    ASSERT_EQ(RegSetKeySecurity(key.Get(), DACL_SECURITY_INFORMATION, &descriptor), 0) << path;
+    EXPECT_EQ(RegOpenKeyExA(root, path.c_str(), 0, WRITE_DAC, key.Receive()), 0) << path;
+    EXPECT_EQ(RegSetKeySecurity(key.Get(), DACL_SECURITY_INFORMATION, descriptor), 0) << path;
+    LocalFree(descriptor);
 }
 
 void RegistryWorld::Printer(const std::string& friendlyName, const std::string& originalName, DWORD type)

@@ -1,6 +1,7 @@
 #include "TestProduct.h"
 #include "settings/TvkProduct.h"
 #include <gtest/gtest.h>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -86,9 +87,7 @@ std::string TestProduct::LibraryName()
 
 std::string TestFolder()
 {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, MAX_PATH);
-    const std::string program = path;
+    const std::string program = _pgmptr;
     return program.substr(0, program.rfind('\\') + 1);
 }
 

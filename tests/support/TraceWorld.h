@@ -14,8 +14,6 @@ public:
     /// Sets GUILOG to the value: 1 log file, 2 message box, 3 both, 4 debugger.
     explicit TraceWorld(unsigned long guilog = 1);
     ~TraceWorld();
-    TraceWorld(const TraceWorld&) = delete;
-    TraceWorld& operator=(const TraceWorld&) = delete;
 
     /// Sets GUILOG to raw data of any type; takes it away.
     void Switch(unsigned long type, const std::string& data);
