@@ -18,17 +18,10 @@ constexpr COLORREF Green = 0x00FF00;
 constexpr COLORREF Paper = RGB(250, 240, 200);
 const CPoint Inside(Width / 2, Height / 2), Corner(0, 0); ///< the corner: within the window, outside the shape
 
-enum FaceId : UINT
-{
-    Normal = 1,
-    Hover,
-    Pressed,
-    Disabled,
-    BlueKeyed
-};
+constexpr UINT Normal = 1, Hover = 2, Pressed = 3, Disabled = 4, BlueKeyed = 5; ///< faces
 
 /// A face of one colour with a hole of two pixels all around.
-Picture MakeFace(FaceId id)
+Picture MakeFace(UINT id)
 {
     Picture face(Width, Height, 24, 40 + (id == BlueKeyed ? Normal : id));
     face.SetHoleColour(id == BlueKeyed ? RGB(0, 0, 255) : Green);
@@ -123,7 +116,7 @@ protected:
     }
     std::string Letter(COLORREF colour) const
     {
-        for (const FaceId id : {Normal, Hover, Pressed, Disabled})
+        for (const UINT id : {Normal, Hover, Pressed, Disabled})
             if (colour == m_faces[id].At(Width / 2, Height / 2))
                 return {"?NHPD"[id]};
         return "?";
@@ -140,7 +133,7 @@ protected:
         return Until([&] { return now() == expected; }) ? expected : now();
     }
 
-    const std::vector<Picture> m_faces = {MakeFace({}),      MakeFace(Normal),   MakeFace(Hover),
+    const std::vector<Picture> m_faces = {MakeFace(0),       MakeFace(Normal),   MakeFace(Hover),
                                           MakeFace(Pressed), MakeFace(Disabled), MakeFace(BlueKeyed)};
     const PictureLibrary m_library{{{Normal, m_faces[Normal].Dib()},
                                     {Hover, m_faces[Hover].Dib()},
@@ -181,32 +174,23 @@ public:
 
 TEST_F(Buttons, ShowTheFaceOfTheirState)
 {
-    const struct
+    const auto expect = [&](const char* name, int initialized, const char* events, const char* seen)
     {
-        const char* name;
-        std::function<int()> initialize;
-        const char *events, *seen;
-    } rows[] = {
-        {"one face", [&] { return m_button.Initialize(Normal, Green); }, "iduDUdoUdoiu2u",
-         "N N_ N! N_ N! N_ N_ N! N_ N_ N_ N! N_ N! "},
-        {"two faces", [&] { return m_button.Initialize(HINSTANCE{}, Normal, Pressed, 0, 0); }, "iduDUdoUdoiudc",
-         "N P_ N! N_ N P_ N_ N P_ N_ P_ N! P_ N "},
-        {"two faces of a module", [&] { return m_button.Initialize(m_library.Module(), Normal, Pressed, 0, 0); }, "du",
-         "P_ N! "},
-        {"two faces, no module", [&] { return m_button.Initialize(Normal, Pressed, Green, 0u); }, "du", "P_ N! "},
-        {"three faces", [&] { return m_button.Initialize(Normal, Hover, Pressed, Green, 0); }, "oioidoUiduiic",
-         "N H_ N H_ P_ N N H_ P_ N! H_ H_ N "},
-        {"three faces, keyed apart", [&] { return m_button.Initialize(BlueKeyed, Hover, Pressed, RGB(255, 0, 0), 0); },
-         "id", "H_ P_ "},
-    };
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(row.initialize(), 1);
-        EXPECT_EQ(Play(row.events), row.seen);
+        EXPECT_EQ(initialized, 1) << name;
+        EXPECT_EQ(Play(events), seen) << name;
         ReleaseCapture();
         Mouse(WM_MOUSEMOVE, Corner);
-    }
+    };
+    expect("one face", m_button.Initialize(Normal, Green), "iduDUdoUdoiu2u",
+           "N N_ N! N_ N! N_ N_ N! N_ N_ N_ N! N_ N! ");
+    expect("two faces", m_button.Initialize(HINSTANCE{}, Normal, Pressed, 0, 0), "iduDUdoUdoiudc",
+           "N P_ N! N_ N P_ N_ N P_ N_ P_ N! P_ N ");
+    expect("two faces of a module", m_button.Initialize(m_library.Module(), Normal, Pressed, 0, 0), "du", "P_ N! ");
+    expect("two faces, no module", m_button.Initialize(Normal, Pressed, Green, 0u), "du", "P_ N! ");
+    expect("three faces", m_button.Initialize(Normal, Hover, Pressed, Green, 0), "oioidoUiduiic",
+           "N H_ N H_ P_ N N H_ P_ N! H_ H_ N ");
+    expect("three faces, keyed apart", m_button.Initialize(BlueKeyed, Hover, Pressed, RGB(255, 0, 0), 0), "id",
+           "H_ P_ ");
 }
 
 TEST_F(Buttons, RepaintTheirPlaceInTheParentWhenTheFaceChanges)

@@ -161,50 +161,42 @@ TEST(ColourPickerTest, ArrowKeysLeadThroughTheGridAndTheBoxes)
 {
     const auto cell = [](int index) { return Cells[index].Colour(); };
     // From a cell (or the automatic colour, or a colour of no cell), the keys L R U D, and the cells that they lead to.
-    const struct
+    const auto expect = [&](bool hasDefault, bool hasCustom, COLORREF start, const char* keys,
+                            const std::vector<int>& cells, bool mirrored = false)
     {
-        bool hasDefault, hasCustom;
-        COLORREF start;
-        const char* keys;
-        std::vector<int> cells;
-        bool mirrored = false;
-    } cases[] = {
-        {true, true, cell(9), "RDLULLR", {10, 18, 17, 9, 8, 7, 8}},
-        {true, true, cell(0), "LRUD", {Default, 0, Default, 0}},
-        {true, true, cell(5), "U", {Default}},
-        {true, true, cell(33), "DLRR", {Custom, 39, Custom, Default}},
-        {true, false, cell(39), "RL", {Default, 39}},
-        {false, true, cell(0), "LR", {Custom, 0}},
-        {false, false, cell(0), "LRDL", {39, 38}},
-        {true, true, Automatic, "LU", {Custom, 39}},
-        {true, false, Automatic, "L", {39}},
-        {false, true, Automatic, "R", {0}}, // no box for it: the custom one
-        {true, true, Outside, "R", {Default}},
-        {false, false, Outside, "R", {0}},
-        {false, false, Outside, "L", {39}},
-        {true, true, cell(0), "RLLDR", {Default, 0, 1, 9, 8}, true},
-    };
-    for (const auto& row : cases)
-    {
-        SCOPED_TRACE(std::string(row.keys) + " from " + std::to_string(row.start) + (row.hasDefault ? " D" : "") +
-                     (row.hasCustom ? " C" : ""));
-        Host host(row.mirrored ? WS_EX_LAYOUTRTL : 0);
-        host.picker.SetDefaultText(row.hasDefault ? "Automatic" : "");
-        host.picker.SetCustomText(row.hasCustom ? "More..." : nullptr);
-        host.picker.SetColour(row.start);
+        SCOPED_TRACE(std::string(keys) + " from " + std::to_string(start) + (hasDefault ? " D" : "") +
+                     (hasCustom ? " C" : ""));
+        Host host(mirrored ? WS_EX_LAYOUTRTL : 0);
+        host.picker.SetDefaultText(hasDefault ? "Automatic" : "");
+        host.picker.SetCustomText(hasCustom ? "More..." : nullptr);
+        host.picker.SetColour(start);
         const HWND popup = host.Open();
-        for (const char* key = row.keys; *key; ++key)
+        for (const char* key = keys; *key; ++key)
             Key(popup, *key == 'L' ? VK_LEFT : *key == 'R' ? VK_RIGHT : *key == 'U' ? VK_UP : VK_DOWN);
-        Notifications expected = {Opened(row.start)};
-        for (const int index : row.cells)
-            expected.push_back(Change(index == Default ? Automatic : index == Custom ? row.start : cell(index)));
+        Notifications expected = {Opened(start)};
+        for (const int index : cells)
+            expected.push_back(Change(index == Default ? Automatic : index == Custom ? start : cell(index)));
         Key(popup, VK_ESCAPE);
-        expected.push_back(Closed(row.start));
-        expected.push_back(Cancelled(row.start));
+        expected.push_back(Closed(start));
+        expected.push_back(Cancelled(start));
         EXPECT_EQ(host.heard, expected);
-        EXPECT_EQ(host.picker.GetColour(), row.start);
+        EXPECT_EQ(host.picker.GetColour(), start);
         EXPECT_FALSE(IsWindow(popup));
-    }
+    };
+    expect(true, true, cell(9), "RDLULLR", {10, 18, 17, 9, 8, 7, 8});
+    expect(true, true, cell(0), "LRUD", {Default, 0, Default, 0});
+    expect(true, true, cell(5), "U", {Default});
+    expect(true, true, cell(33), "DLRR", {Custom, 39, Custom, Default});
+    expect(true, false, cell(39), "RL", {Default, 39});
+    expect(false, true, cell(0), "LR", {Custom, 0});
+    expect(false, false, cell(0), "LRDL", {39, 38});
+    expect(true, true, Automatic, "LU", {Custom, 39});
+    expect(true, false, Automatic, "L", {39});
+    expect(false, true, Automatic, "R", {0}); // no box for it: the custom one
+    expect(true, true, Outside, "R", {Default});
+    expect(false, false, Outside, "R", {0});
+    expect(false, false, Outside, "L", {39});
+    expect(true, true, cell(0), "RLLDR", {Default, 0, 1, 9, 8}, true);
 }
 
 TEST(ColourPickerTest, EndsOnceWhicheverWay)
@@ -215,30 +207,7 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
     const Notifications automatic = {Opened(start), Change(Automatic), Closed(Automatic), Ok(Automatic)};
     const Notifications sameThenCancelled = {Opened(start), Change(start), Closed(start), Cancelled(start)};
     const Notifications changedThenCancelled = {Opened(start), Change(other), Closed(start), Cancelled(start)};
-    const struct
-    {
-        const char* what;
-        std::function<void(Host&, HWND popup)> end;
-        const Notifications& expected;
-    } ends[] = {
-        // clang-format off
-        {"Return", [](Host&, HWND popup) { Key(popup, VK_RETURN); }, chosen},
-        {"Space", [](Host&, HWND popup) { Key(popup, VK_SPACE); }, chosen},
-        {"the automatic box", [](Host&, HWND popup) { Mouse(popup, WM_LBUTTONUP, {60, 10}); }, automatic},
-        {"Escape", [](Host&, HWND popup) { Key(popup, VK_ESCAPE); }, cancelled},
-        {"Escape later", [](Host&, HWND popup) { Key(popup, VK_RIGHT); Key(popup, VK_ESCAPE); }, changedThenCancelled},
-        {"a click outside", [](Host&, HWND popup) { Mouse(popup, WM_LBUTTONUP, {-5, 30}); }, cancelled},
-        {"WM_CLOSE", [](Host&, HWND popup) { SendMessageA(popup, WM_CLOSE, 0, 0); }, cancelled},
-        {"lost focus", [](Host& host, HWND) { host.SetFocus(); }, cancelled},
-        {"lost capture", [](Host&, HWND) { ReleaseCapture(); }, cancelled},
-        {"destroyed by others", [](Host&, HWND popup) { DestroyWindow(popup); }, cancelled},
-        {"the picker dies", [](Host& host, HWND) { host.picker.DestroyWindow(); }, cancelled},
-        {"the parent dies", [](Host& host, HWND) { host.DestroyWindow(); }, cancelled},
-        {"the parent dies behind the colour dialog",
-         [](Host& host, HWND popup) { ClickCustomBox(popup, [&](HWND) { host.DestroyWindow(); }); }, sameThenCancelled},
-        // clang-format on
-    };
-    for (const auto& [what, end, expected] : ends)
+    const auto expect = [&](const char* what, void (*end)(Host&, HWND popup), const Notifications& expected)
     {
         SCOPED_TRACE(what);
         Host host;
@@ -251,7 +220,23 @@ TEST(ColourPickerTest, EndsOnceWhicheverWay)
         EXPECT_FALSE(IsWindow(popup));
         EXPECT_FALSE(::GetCapture());
         EXPECT_EQ(host.picker.GetColour(), &expected == &automatic ? Automatic : start);
-    }
+    };
+    // clang-format off
+    expect("Return", [](Host&, HWND popup) { Key(popup, VK_RETURN); }, chosen);
+    expect("Space", [](Host&, HWND popup) { Key(popup, VK_SPACE); }, chosen);
+    expect("the automatic box", [](Host&, HWND popup) { Mouse(popup, WM_LBUTTONUP, {60, 10}); }, automatic);
+    expect("Escape", [](Host&, HWND popup) { Key(popup, VK_ESCAPE); }, cancelled);
+    expect("Escape later", [](Host&, HWND popup) { Key(popup, VK_RIGHT); Key(popup, VK_ESCAPE); }, changedThenCancelled);
+    expect("a click outside", [](Host&, HWND popup) { Mouse(popup, WM_LBUTTONUP, {-5, 30}); }, cancelled);
+    expect("WM_CLOSE", [](Host&, HWND popup) { SendMessageA(popup, WM_CLOSE, 0, 0); }, cancelled);
+    expect("lost focus", [](Host& host, HWND) { host.SetFocus(); }, cancelled);
+    expect("lost capture", [](Host&, HWND) { ReleaseCapture(); }, cancelled);
+    expect("destroyed by others", [](Host&, HWND popup) { DestroyWindow(popup); }, cancelled);
+    expect("the picker dies", [](Host& host, HWND) { host.picker.DestroyWindow(); }, cancelled);
+    expect("the parent dies", [](Host& host, HWND) { host.DestroyWindow(); }, cancelled);
+    expect("the parent dies behind the colour dialog",
+           [](Host& host, HWND popup) { ClickCustomBox(popup, [&](HWND) { host.DestroyWindow(); }); }, sameThenCancelled);
+    // clang-format on
 }
 
 TEST(ColourPickerTest, OpensOnceAndWhatIsHeldDownOrMissesACellEndsNothing)

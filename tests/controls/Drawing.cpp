@@ -11,13 +11,6 @@ namespace
 {
 constexpr int Side = 40;
 
-enum class From
-{
-    Resource,
-    SavedResource,
-    File
-};
-
 /// What the surface must show: the picture's visible pixels at (left, top) over what was there before.
 std::vector<COLORREF> Over(std::vector<COLORREF> background, const Picture& picture, int left, int top)
 {
@@ -37,12 +30,12 @@ TEST(Drawing, ShowsTheBackgroundThroughTheHoles)
 {
     unsigned seed = 100;
     for (const int depth : {0, 1, 4, 8, 16, 24, 32}) // 0: one bit, black and white
-        for (const From from : {From::Resource, From::SavedResource, From::File})
+        for (const std::string from : {"a resource", "a resource, saved", "a file"})
             for (const DWORD layout : {0, LAYOUT_RTL})
                 for (const bool screenFormat : {false, true})
                 {
-                    SCOPED_TRACE(testing::Message() << depth << " bits, way " << static_cast<int>(from) << ", layout "
-                                                    << layout << ", screen format " << screenFormat);
+                    SCOPED_TRACE(testing::Message() << depth << " bits, from " << from << ", layout " << layout
+                                                    << ", screen format " << screenFormat);
                     Picture picture(21, 17, std::max(depth, 1), ++seed);
                     if (depth == 0)
                         picture.MakeBlackAndWhite();
@@ -54,8 +47,8 @@ TEST(Drawing, ShowsTheBackgroundThroughTheHoles)
                     CTransparentBmp bitmap;
                     if (screenFormat)
                         bitmap.SetMapSystemColors(FALSE);
-                    bitmap.SetSaveBmp(from == From::SavedResource);
-                    const HRGN region = from == From::File
+                    bitmap.SetSaveBmp(from == "a resource, saved");
+                    const HRGN region = from == "a file"
                                             ? bitmap.LoadTransparent(7, file.Path().c_str(), picture.Key(), nullptr)
                                             : bitmap.LoadTransparent(library.Module(), 7, picture.Key(), nullptr);
                     ASSERT_TRUE(region);
@@ -239,42 +232,36 @@ TEST_F(SavedDrawing, FailsWithoutATraceOnTheSurface)
 TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
 {
     const HMODULE library = LibraryUnderTest(), framework = GetModuleHandleA("tvkframe.dll");
-    const struct
+    const auto expectUnchanged = [&](const char* function, RefuseFunction refuse, HMODULE caller, int call,
+                                     bool nothingInSavedDraw, bool nothingInFreshDraw)
     {
-        const char* function;
-        RefuseFunction refuse;
-        HMODULE caller;
-        int call;
-        bool inSavedDraw, inFreshDraw; // whether nothing is drawn then
-    } faults[] = {
-        {REFUSED(CreateCompatibleDC), library, 1, true, true},
-        {REFUSED(CreateCompatibleDC), library, 2, true, true},
-        {REFUSED(SelectObject), library, 1, true, true},
-        {REFUSED(SelectObject), library, 2, true, true},
-        {REFUSED(LoadImageA), library, 1, false, true},
-        {REFUSED(CreateCompatibleBitmap), framework, 1, false, true},
-        {REFUSED(CreatePalette), framework, 1, false, false}, // drawn without a palette
-        {REFUSED(SelectPalette), library, 1, false, false},
-        {REFUSED(SelectPalette), library, 3, false, false},
-    };
-    for (const auto& fault : faults)
         for (const bool save : {true, false})
         {
-            SCOPED_TRACE(testing::Message() << fault.function << ", call " << fault.call << ", saved " << save);
+            SCOPED_TRACE(testing::Message() << function << ", call " << call << ", saved " << save);
             Load(save);
             m_surface.FillWithNoise(1);
             const auto before = m_surface.Pixels(), drawn = Expected();
             const HGDIOBJ palette = GetCurrentObject(m_surface.Context(), OBJ_PAL);
             {
                 const NoDrawingObjectLeft nothingLeft;
-                const auto refused = fault.refuse(fault.function, fault.call, fault.caller);
+                const auto refused = refuse(function, call, caller);
                 Draw();
             }
             EXPECT_EQ(GetCurrentObject(m_surface.Context(), OBJ_PAL), palette);
-            EXPECT_EQ(m_surface.Pixels(), (save ? fault.inSavedDraw : fault.inFreshDraw) ? before : drawn);
+            EXPECT_EQ(m_surface.Pixels(), (save ? nothingInSavedDraw : nothingInFreshDraw) ? before : drawn);
             Draw();
             EXPECT_EQ(m_surface.Pixels(), drawn) << "drawn as ever afterwards";
         }
+    };
+    expectUnchanged(REFUSED(CreateCompatibleDC), library, 1, true, true);
+    expectUnchanged(REFUSED(CreateCompatibleDC), library, 2, true, true);
+    expectUnchanged(REFUSED(SelectObject), library, 1, true, true);
+    expectUnchanged(REFUSED(SelectObject), library, 2, true, true);
+    expectUnchanged(REFUSED(LoadImageA), library, 1, false, true);
+    expectUnchanged(REFUSED(CreateCompatibleBitmap), framework, 1, false, true);
+    expectUnchanged(REFUSED(CreatePalette), framework, 1, false, false); // drawn without a palette
+    expectUnchanged(REFUSED(SelectPalette), library, 1, false, false);
+    expectUnchanged(REFUSED(SelectPalette), library, 3, false, false);
 }
 
 TEST(Drawing, IsOnePixelFurtherRightInMirroredContextsOfThe9xFamily)

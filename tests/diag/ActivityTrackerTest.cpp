@@ -135,34 +135,26 @@ TEST_F(Recording, UnloadsAfterEveryFailingStep)
     const std::string loaded = "portal\nload " + DriverDirectory + "recorder.dll\n";
     const std::string text = "text 0x1005 t 1\n", textAndDate = text + "dated 0x1006 0 0\ncommit\n";
     const std::string topic = "topic 0x1005 3\n";
-    const struct
-    {
-        const char* fault;
-        bool text; // else help topic and value
-        int result;
-        std::string log, failure;
-    } cases[] = {
-        {"portal=1", false, 0, "portal\n", ""},
-        {"load=1", false, 0, loaded + "portal release\n", ""},
-        {"create=1", false, 0, loaded + "create 6 3 0x2003\nportal release\n", ""},
-        {"serial=0x80004005", true, 1, Journey(DriverDirectory, textAndDate), ""},
-        {"topic=1", false, 0, Journey(DriverDirectory, topic), "(char)HelpTopic API Failed\n"},
-        {"value=0x80004005", false, 0, Journey(DriverDirectory, topic + "value 0x1005 1 1\n"),
-         "(char)Record API Failed\n"},
-        {"text=1", true, 0, Journey(DriverDirectory, text), "(char)Record API Failed\n"},
-        {"dated=0x80004005", true, 1, Journey(DriverDirectory, textAndDate), ""},
-        {"commit=1", true, 0, Journey(DriverDirectory, textAndDate), "(char)Commit API Failed\n"},
-    };
-    for (const auto& [fault, text, result, log, failure] : cases)
+    const auto expect = [&](const char* fault, bool asText, int result, const std::string& log, const char* failure)
     {
         SCOPED_TRACE(fault);
         Begin(fault);
-        EXPECT_EQ(text ? tracker.WriteData(0x1005, "t", 1ul, "SN-7") : tracker.WriteData(0x1005, "SN-7", 3), result);
+        EXPECT_EQ(asText ? tracker.WriteData(0x1005, "t", 1ul, "SN-7") : tracker.WriteData(0x1005, "SN-7", 3), result);
         EXPECT_EQ(UsageLog(), log);
         const std::string trace = world.Steps();
         EXPECT_EQ(trace.substr(trace.rfind(".dll\n") + 5), failure);
         EXPECT_FALSE(IsLoaded());
-    }
+    };
+    expect("portal=1", false, 0, "portal\n", "");
+    expect("load=1", false, 0, loaded + "portal release\n", "");
+    expect("create=1", false, 0, loaded + "create 6 3 0x2003\nportal release\n", "");
+    expect("serial=0x80004005", true, 1, Journey(DriverDirectory, textAndDate), "");
+    expect("topic=1", false, 0, Journey(DriverDirectory, topic), "(char)HelpTopic API Failed\n");
+    expect("value=0x80004005", false, 0, Journey(DriverDirectory, topic + "value 0x1005 1 1\n"),
+           "(char)Record API Failed\n");
+    expect("text=1", true, 0, Journey(DriverDirectory, text), "(char)Record API Failed\n");
+    expect("dated=0x80004005", true, 1, Journey(DriverDirectory, textAndDate), "");
+    expect("commit=1", true, 0, Journey(DriverDirectory, textAndDate), "(char)Commit API Failed\n");
     for (const char* fault : {"no portal", "no recorder"}) // a missing object is fatal
     {
         Begin(fault);

@@ -148,33 +148,27 @@ TEST_F(ReceiverTest, RefusesFaultyMessagesAndLivesOn)
 {
     using Header = TracePictureHeader;
     constexpr DWORD head = sizeof(Header); // comment, label and pixels follow in steps of two
-    const struct
-    {
-        size_t offset;
-        std::vector<DWORD> values;
-    } faults[] = {
-        {offsetof(Header, commentOffset), {0, head + 2, 0xFFFFFFFF}},
-        {offsetof(Header, labelOffset), {head + 4, head + 1}},
-        {offsetof(Header, pixelOffset), {head + 3, 0xFFFFFFFF}},
-        {offsetof(Header, pixelBytes), {17, 15, 0xFFFFFFFF}},
-        {offsetof(Header, bitmap.bmWidth), {0, 3, 0x7FFFFFFF}},
-        {offsetof(Header, bitmap.bmHeight), {0xFFFFFFFE, 3, 0x10000000}},
-        {offsetof(Header, bitmap.bmPlanes), {32 << 16 | 2, 7 << 16 | 1, 0 << 16 | 1}}, // and the depth
-    };
     const std::string good = Message(2, 2, 32, std::string(16, '\x40'));
     Start(1);
-    EXPECT_EQ(Send(""), 0u);
-    EXPECT_EQ(Send(good.substr(0, sizeof(TracePictureHeader) - 1)), 0u);
-    EXPECT_EQ(Send(good.substr(0, sizeof(TracePictureHeader))), 0u);
-    EXPECT_EQ(Send(good.substr(0, good.size() - 1)), 0u);
+    for (const size_t size : {size_t{0}, sizeof(Header) - 1, sizeof(Header), good.size() - 1})
+        EXPECT_EQ(Send(good.substr(0, size)), 0u) << size << " bytes";
     EXPECT_EQ(Send(good, 1), 0u);
-    for (const auto& fault : faults)
-        for (const DWORD value : fault.values)
+    const auto expectRefused = [&](size_t offset, std::initializer_list<DWORD> values)
+    {
+        for (const DWORD value : values)
         {
             std::string faulty = good;
-            std::memcpy(faulty.data() + fault.offset, &value, sizeof value);
-            EXPECT_EQ(Send(faulty), 0u) << "at " << fault.offset << ": " << value;
+            std::memcpy(faulty.data() + offset, &value, sizeof value);
+            EXPECT_EQ(Send(faulty), 0u) << "at " << offset << ": " << value;
         }
+    };
+    expectRefused(offsetof(Header, commentOffset), {0, head + 2, 0xFFFFFFFF});
+    expectRefused(offsetof(Header, labelOffset), {head + 4, head + 1});
+    expectRefused(offsetof(Header, pixelOffset), {head + 3, 0xFFFFFFFF});
+    expectRefused(offsetof(Header, pixelBytes), {17, 15, 0xFFFFFFFF});
+    expectRefused(offsetof(Header, bitmap.bmWidth), {0, 3, 0x7FFFFFFF});
+    expectRefused(offsetof(Header, bitmap.bmHeight), {0xFFFFFFFE, 3, 0x10000000});
+    expectRefused(offsetof(Header, bitmap.bmPlanes), {32 << 16 | 2, 7 << 16 | 1, 0 << 16 | 1}); // and the depth
     EXPECT_EQ(Send(good), 1u);
     EXPECT_EQ(Finish(), 0u);
     EXPECT_EQ(ColoursOf("0001-l.bmp"), "404040 404040\n404040 404040");

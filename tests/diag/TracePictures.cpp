@@ -103,40 +103,33 @@ TEST_F(TracePictures, TheWholeMessage)
 {
     BYTE mono[] = {0xAA, 0x80, 0x55, 0x00};
     const std::string longText(100000, 'c');
-    const struct
-    {
-        const char* label;
-        CString comment;
-        int width, height, bitsPerPixel, lineBytes;
-        std::string pixels;
-    } cases[] = {
-        {"Tank", "after the fill", 3, 2, 32, 12, SamplePixels(3, 2)},
-        {"", "", 1, 1, 32, 4, SamplePixels(1, 1)},
-        {"mono", "9 x 2", 9, 2, 1, 2, std::string(reinterpret_cast<char*>(mono), 4)},
-        {nullptr, CString("cut\0here", 8), 1, 1, 32, 4, SamplePixels(1, 1)},
-        {longText.c_str(), longText.c_str(), 1, 1, 32, 4, SamplePixels(1, 1)},
-    };
     Receiver receiver;
     Send();
     ASSERT_EQ(receiver.messages.size(), 1u);
     unsigned long number = NumberOf(receiver.messages[0]);
-    for (const auto& row : cases)
+    const auto expect = [&](const char* givenLabel, const CString& givenComment, int width, int height,
+                            int bitsPerPixel, int lineBytes, const std::string& pixels)
     {
-        const std::string label = row.label ? row.label : "", comment = static_cast<LPCSTR>(row.comment);
+        const std::string label = givenLabel ? givenLabel : "", comment = static_cast<LPCSTR>(givenComment);
         SCOPED_TRACE(label.substr(0, 20));
         CBitmap picture;
-        ASSERT_TRUE(picture.CreateBitmap(row.width, row.height, 1, row.bitsPerPixel, row.pixels.data()));
-        spy.OutputData(row.label, -5, &picture, row.comment, false);
+        ASSERT_TRUE(picture.CreateBitmap(width, height, 1, bitsPerPixel, pixels.data()));
+        spy.OutputData(givenLabel, -5, &picture, givenComment, false);
         const auto labelOffset = static_cast<unsigned long>(56 + comment.size() + 1);
         const auto pixelOffset = static_cast<unsigned long>(labelOffset + label.size() + 1);
-        const unsigned long pixelBytes = row.height * row.lineBytes;
-        const std::string expected = Word(0) + Word(row.width) + Word(row.height) + Word(row.lineBytes) +
-                                     Word(1u | static_cast<unsigned>(row.bitsPerPixel) << 16) + Word(0) + Word(0) +
+        const unsigned long pixelBytes = height * lineBytes;
+        const std::string expected = Word(0) + Word(width) + Word(height) + Word(lineBytes) +
+                                     Word(1u | static_cast<unsigned>(bitsPerPixel) << 16) + Word(0) + Word(0) +
                                      Word(0) + Word(++number) + Word(static_cast<unsigned long>(-5)) + Word(56) +
                                      Word(labelOffset) + Word(pixelOffset) + Word(pixelBytes) + comment + '\0' + label +
-                                     '\0' + row.pixels;
+                                     '\0' + pixels;
         EXPECT_EQ(testing::PrintToString(receiver.messages.back()), testing::PrintToString(expected));
-    }
+    };
+    expect("Tank", "after the fill", 3, 2, 32, 12, SamplePixels(3, 2));
+    expect("", "", 1, 1, 32, 4, SamplePixels(1, 1));
+    expect("mono", "9 x 2", 9, 2, 1, 2, std::string(reinterpret_cast<char*>(mono), 4));
+    expect(nullptr, CString("cut\0here", 8), 1, 1, 32, 4, SamplePixels(1, 1));
+    expect(longText.c_str(), longText.c_str(), 1, 1, 32, 4, SamplePixels(1, 1));
     EXPECT_EQ(world.Log(), "") << "pictures write no record";
 }
 
@@ -203,21 +196,6 @@ TEST_F(TracePictures, ARectangleOfADeviceContext)
 TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
 {
     const HMODULE library = LibraryUnderTest(), framework = GetModuleHandleA("tvkframe.dll");
-    const struct
-    {
-        const char* function;
-        RefuseFunction refuse;
-        HMODULE caller;
-        bool takesNumber;
-    } faults[] = {
-        {REFUSED(CreateCompatibleBitmap), framework, false},
-        {REFUSED(CreateCompatibleDC), framework, false},
-        {REFUSED(SelectObject), library, false},
-        {REFUSED(BitBlt), framework, false},
-        {REFUSED(FindWindowA), library, true},
-        {REFUSED(GetObjectA), library, true},
-        {REFUSED(GetBitmapBits), library, true},
-    };
     Receiver receiver;
     Send();
     unsigned long number = NumberOf(receiver.messages.at(0));
@@ -229,16 +207,23 @@ TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
         EXPECT_EQ(NumberOf(receiver.messages.back()), number);
         receiver.messages.pop_back();
     };
-    for (const auto& fault : faults)
+    const auto expectNothing = [&](const char* function, RefuseFunction refuse, HMODULE caller, bool takesNumber)
     {
-        SCOPED_TRACE(fault.function);
+        SCOPED_TRACE(function);
         const NoDrawingObjectLeft nothingLeft;
         {
-            const auto refused = fault.refuse(fault.function, 1, fault.caller);
+            const auto refused = refuse(function, 1, caller);
             SendRectangle();
         }
-        expectNextNumber(fault.takesNumber);
-    }
+        expectNextNumber(takesNumber);
+    };
+    expectNothing(REFUSED(CreateCompatibleBitmap), framework, false);
+    expectNothing(REFUSED(CreateCompatibleDC), framework, false);
+    expectNothing(REFUSED(SelectObject), library, false);
+    expectNothing(REFUSED(BitBlt), framework, false);
+    expectNothing(REFUSED(FindWindowA), library, true);
+    expectNothing(REFUSED(GetObjectA), library, true);
+    expectNothing(REFUSED(GetBitmapBits), library, true);
     {
         const IatPatch huge(
             library, "GetObjectA",

@@ -94,41 +94,34 @@ TEST(TraceRecords, ValuesHaveTheirTagsAndForms)
     const unsigned char bytes[] = {0x0A, 0xFF, 0x00, 0x10};
     const unsigned char* const none = nullptr;
     const std::string longText(70000, 'x');
-    struct Case
-    {
-        std::string body;
-        std::function<int(CSpy&)> call;
-    };
-    const Case cases[] = {
-        {"(int)42", [](CSpy& spy) { return spy.OutputData(42); }},
-        {"(int)-2147483648", [](CSpy& spy) { return spy.OutputData(INT_MIN); }},
-        {"(DWORD)7", [](CSpy& spy) { return spy.OutputData(7ul); }},
-        {"(DWORD)-1", [](CSpy& spy) { return spy.OutputData(0xFFFFFFFFul); }},
-        {"(DWORD)-2147024891", [](CSpy& spy) { return spy.OutputData(0x80070005ul); }},
-        {"(long)2147483647", [](CSpy& spy) { return spy.OutputData(LONG_MAX); }},
-        {"(float)1.500000", [](CSpy& spy) { return spy.OutputData(1.5f); }},
-        {"(float)-0.100000", [](CSpy& spy) { return spy.OutputData(-0.1f); }},
-        {"(float)340282346638528859811704183484516925440.000000", [](CSpy& spy) { return spy.OutputData(FLT_MAX); }},
-        {"(char)Supplies: %s 100%", [](CSpy& spy) { return spy.OutputData("Supplies: %s 100%"); }},
-        {"(char)", [](CSpy& spy) { return spy.OutputData(""); }},
-        {"(char)\nHelpPath: ", [](CSpy& spy) { return spy.OutputData("\nHelpPath: "); }},
-        {"(char)ab", [](CSpy& spy) { return spy.OutputData(CString("ab\0cd", 5)); }},
-        {"(char)" + longText, [&](CSpy& spy) { return spy.OutputData(longText.c_str()); }},
-        {"(LPBYTE)a  ff  0  10  ", [&](CSpy& spy) { return spy.OutputData(bytes, 4); }},
-        {"(LPBYTE)a  ", [&](CSpy& spy) { return spy.OutputData(bytes, 1); }},
-        {"(LPBYTE)", [&](CSpy& spy) { return spy.OutputData(bytes, 0); }},
-        {"(LPBYTE)", [&](CSpy& spy) { return spy.OutputData(bytes, -3); }},
-        {"(LPBYTE)NULL", [&](CSpy& spy) { return spy.OutputData(none, 4); }},
-        {"(LPBYTE)NULL", [&](CSpy& spy) { return spy.OutputData(none, -1); }},
-    };
     TraceWorld world;
     CSpy spy;
     std::vector<std::string> expected;
-    for (const Case& row : cases)
+    const auto record = [&](const std::string& body, const auto&... value)
     {
-        EXPECT_EQ(row.call(spy), 1) << row.body;
-        expected.push_back(row.body);
-    }
+        EXPECT_EQ(spy.OutputData(value...), 1) << body;
+        expected.push_back(body);
+    };
+    record("(int)42", 42);
+    record("(int)-2147483648", INT_MIN);
+    record("(DWORD)7", 7ul);
+    record("(DWORD)-1", 0xFFFFFFFFul);
+    record("(DWORD)-2147024891", 0x80070005ul);
+    record("(long)2147483647", LONG_MAX);
+    record("(float)1.500000", 1.5f);
+    record("(float)-0.100000", -0.1f);
+    record("(float)340282346638528859811704183484516925440.000000", FLT_MAX);
+    record("(char)Supplies: %s 100%", "Supplies: %s 100%");
+    record("(char)", "");
+    record("(char)\nHelpPath: ", "\nHelpPath: ");
+    record("(char)ab", CString("ab\0cd", 5));
+    record("(char)" + longText, longText.c_str());
+    record("(LPBYTE)a  ff  0  10  ", bytes, 4);
+    record("(LPBYTE)a  ", bytes, 1);
+    record("(LPBYTE)", bytes, 0);
+    record("(LPBYTE)", bytes, -3);
+    record("(LPBYTE)NULL", none, 4);
+    record("(LPBYTE)NULL", none, -1);
     EXPECT_EQ(world.Records(), expected);
 }
 
@@ -215,8 +208,10 @@ TEST(TraceRecords, DeviceMode)
 {
     // Labels with the word that each shows, in the order of the lines.
     const char* const lines =
-        "dmReturnState 64 dmOrientation 65 dmPageOrder 66 dmPaperSize 67 dmCustomPaperLength 68 dmCustomPaperWidth 69 "
-        "dmCustomPaperUnits 70 dmCopies 71 dmDefaultSource 72 dmPrintQuality 73 dmColor 74 dmDuplex 75 dmCollate 76 "
+        "dmReturnState 64 dmOrientation 65 dmPageOrder 66 dmPaperSize 67 dmCustomPaperLength 68 dmCustomPaperWidth "
+        "69 "
+        "dmCustomPaperUnits 70 dmCopies 71 dmDefaultSource 72 dmPrintQuality 73 dmColor 74 dmDuplex 75 dmCollate "
+        "76 "
         "dmPaperCategory 77 dmMediaType 78 dmPrintInstructionSheet 80 dmColorMode 81 dmHalftoning 82 dmMirror 83 "
         "dmJFOption 84 dmAutoMedia 85 dmMediaType1 86 dmMediaType2 87 dmUpdateMediaType2 88 dmRegion 92 "
         "dmPosterRows 95 dmPosterColumns 96 dmPosterCropMarks 97 dmPosterOverlap 130 dmNupPages 131 "

@@ -37,48 +37,41 @@ HANDLE OpenLog(DWORD share)
 
 TEST_F(TraceSinks, TheSwitchChoosesTheSinks)
 {
-    const struct
-    {
-        const char* situation;
-        unsigned long type;
-        std::string data;
-        bool file, box, debugger;
-    } cases[] = {
-        {"0", REG_DWORD, {"\0\0\0\0", 4}, false, false, false},
-        {"1", REG_DWORD, {"\1\0\0\0", 4}, true, false, false},
-        {"2", REG_DWORD, {"\2\0\0\0", 4}, false, true, false},
-        {"3", REG_DWORD, {"\3\0\0\0", 4}, true, true, false},
-        {"4", REG_DWORD, {"\4\0\0\0", 4}, false, false, true},
-        {"5", REG_DWORD, {"\5\0\0\0", 4}, false, false, false},
-        {"all bits", REG_DWORD, "\xFF\xFF\xFF\xFF", false, false, false},
-        {"no value", REG_NONE, "", false, false, false},
-        {"four bytes of another type", REG_BINARY, {"\1\0\0\0", 4}, true, false, false},
-        {"text of four bytes", REG_SZ, {"\4\0\0\0", 4}, false, false, true},
-        {"one byte", REG_BINARY, "\1", false, false, false},
-        {"no bytes", REG_BINARY, "", false, false, false},
-        {"eight bytes", REG_QWORD, {"\1\0\0\0\0\0\0\0", 8}, false, false, false},
-        {"text", REG_SZ, {"1\0", 2}, false, false, false},
-    };
     static Texts debugged;
     const IatPatch debugger(
         LibraryUnderTest(), "OutputDebugStringA",
         +[](LPCSTR text) -> void { debugged.push_back(WithoutTimeStamp(text)); });
-    for (const auto& row : cases)
+    const auto expect =
+        [&](const char* situation, unsigned long type, const std::string& data, bool file, bool box, bool debugger)
     {
-        SCOPED_TRACE(row.situation);
+        SCOPED_TRACE(situation);
         world.Clear();
         debugged.clear();
-        if (row.type == REG_NONE)
+        if (type == REG_NONE)
             world.RemoveSwitch();
         else
-            world.Switch(row.type, row.data);
+            world.Switch(type, data);
         CSpy spy;
         world.Switch(1); // read when the object was made, never again
         EXPECT_EQ(spy.OutputData(42), 1);
-        EXPECT_EQ(world.Records(), row.file ? Texts{"(int)42"} : Texts{});
-        EXPECT_EQ(Boxes(), row.box ? Texts{"(int)42\n|GUI debug|0|0"} : Texts{});
-        EXPECT_EQ(debugged, row.debugger ? Texts{"(int)42\n"} : Texts{});
-    }
+        EXPECT_EQ(world.Records(), file ? Texts{"(int)42"} : Texts{});
+        EXPECT_EQ(Boxes(), box ? Texts{"(int)42\n|GUI debug|0|0"} : Texts{});
+        EXPECT_EQ(debugged, debugger ? Texts{"(int)42\n"} : Texts{});
+    };
+    expect("0", REG_DWORD, {"\0\0\0\0", 4}, false, false, false);
+    expect("1", REG_DWORD, {"\1\0\0\0", 4}, true, false, false);
+    expect("2", REG_DWORD, {"\2\0\0\0", 4}, false, true, false);
+    expect("3", REG_DWORD, {"\3\0\0\0", 4}, true, true, false);
+    expect("4", REG_DWORD, {"\4\0\0\0", 4}, false, false, true);
+    expect("5", REG_DWORD, {"\5\0\0\0", 4}, false, false, false);
+    expect("all bits", REG_DWORD, "\xFF\xFF\xFF\xFF", false, false, false);
+    expect("no value", REG_NONE, "", false, false, false);
+    expect("four bytes of another type", REG_BINARY, {"\1\0\0\0", 4}, true, false, false);
+    expect("text of four bytes", REG_SZ, {"\4\0\0\0", 4}, false, false, true);
+    expect("one byte", REG_BINARY, "\1", false, false, false);
+    expect("no bytes", REG_BINARY, "", false, false, false);
+    expect("eight bytes", REG_QWORD, {"\1\0\0\0\0\0\0\0", 8}, false, false, false);
+    expect("text", REG_SZ, {"1\0", 2}, false, false, false);
 }
 
 TEST_F(TraceSinks, WhoMayNotWriteToTheKeyGetsNoTracing)

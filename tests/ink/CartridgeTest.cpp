@@ -177,36 +177,28 @@ SettingList DimsSettings(unsigned long oneClick)
 
 TEST(Dims, IsKeptForEachPrinterOnBothFamiliesAndWithAnInstalledPrintersSettings)
 {
-    const struct
+    const auto expectKept = [&](int platform, bool installed, HKEY root, const char* key)
     {
-        int platform;
-        bool installed;
-        HKEY root;
-        const char* key;
-    } systems[] = {
-        {VER_PLATFORM_WIN32_WINDOWS, false, HKEY_LOCAL_MACHINE,
-         "System\\CurrentControlSet\\control\\Print\\Printers\\Ink Test Printer\\GUI\\PSW"},
-        {VER_PLATFORM_WIN32_NT, false, HKEY_CURRENT_USER, "Printers\\Ink Test Printer\\GUI\\PSW"},
-        {VER_PLATFORM_WIN32_NT, true, HKEY_LOCAL_MACHINE,
-         "Software\\Torvane\\InkTest\\IJPrtSettings\\Original Name\\GUI\\PSW"},
-    };
-    for (const auto& system : systems)
-    {
-        SCOPED_TRACE(system.key);
+        SCOPED_TRACE(key);
         RegistryWorld registry;
-        if (system.installed)
+        if (installed)
             registry.Printer("Ink Test Printer", "Original Name");
-        registry.Claim(system.root, system.key);
+        registry.Claim(root, key);
         const TestProduct product(DimsSettings(0));
-        const FakeVersion version(system.platform, system.platform == VER_PLATFORM_WIN32_NT ? 6 : 4, 10);
+        const FakeVersion version(platform, platform == VER_PLATFORM_WIN32_NT ? 6 : 4, 10);
         CGUIInkDisplay display;
         EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 1);
         display.SetDIMSValue("Ink Test Printer", 0);
         EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 0);
         display.SetDIMSValue("Ink Test Printer", 7);
         EXPECT_EQ(display.GetDIMSValue("Ink Test Printer"), 1);
-        EXPECT_EQ(RegistryWorld::Get(system.root, system.key, Flag), std::string("\7\0\0\0", 4));
-    }
+        EXPECT_EQ(RegistryWorld::Get(root, key, Flag), std::string("\7\0\0\0", 4));
+    };
+    expectKept(VER_PLATFORM_WIN32_WINDOWS, false, HKEY_LOCAL_MACHINE,
+               "System\\CurrentControlSet\\control\\Print\\Printers\\Ink Test Printer\\GUI\\PSW");
+    expectKept(VER_PLATFORM_WIN32_NT, false, HKEY_CURRENT_USER, "Printers\\Ink Test Printer\\GUI\\PSW");
+    expectKept(VER_PLATFORM_WIN32_NT, true, HKEY_LOCAL_MACHINE,
+               "Software\\Torvane\\InkTest\\IJPrtSettings\\Original Name\\GUI\\PSW");
 }
 
 TEST(Dims, OfTheProductStandsInTheModelsSuppliesKeyOrThatOfItsOwnOrderingTool)

@@ -46,24 +46,17 @@ TEST_F(TvkMessageBoxTest, LoadsTheResourceLibraryBesideTheUtilitiesLibraryForThe
 {
     const TestLibrary resources("tvkboxres.dll", {}, "arabic");
     const auto missing = [](const std::string& path) { return path + "|ERROR|0|0"; };
-    const struct
+    const auto expect = [](const char* utilities, const char* resourceLibrary, const std::vector<std::string>& boxes)
     {
-        std::string utilities, resources;
-        std::vector<std::string> boxes;
-    } cases[] = {
-        {PRODUCT_PREFIX "util.dll", "tvkboxres.dll", {RightToLeft}},
-        // The language comes from the program's own strings then; it has none.
-        {PRODUCT_PREFIX "util.dll", "nowhere.dll", {missing(TestFolder() + "nowhere.dll"), LeftToRight}},
-        // Without a folder the library is not searched for, though it lies beside the program.
-        {"notloaded.dll", "tvkboxres.dll", {missing("tvkboxres.dll"), LeftToRight}},
-    };
-    for (const auto& row : cases)
-    {
-        const TestProduct product({{"IDO_JSW_RESDLL", "jobstatus.dll"},
-                                   {"IDO_UTIL_RESDLL", row.resources.c_str()},
-                                   {"IDO_UTIL_DLL", row.utilities.c_str()}},
-                                  "english");
-        EXPECT_EQ(Show(), row.boxes);
+        const TestProduct product(
+            {{"IDO_JSW_RESDLL", "jobstatus.dll"}, {"IDO_UTIL_RESDLL", resourceLibrary}, {"IDO_UTIL_DLL", utilities}},
+            "english");
+        EXPECT_EQ(Show(), boxes);
         EXPECT_FALSE(GetModuleHandleA("tvkboxres.dll"));
-    }
+    };
+    expect(PRODUCT_PREFIX "util.dll", "tvkboxres.dll", {RightToLeft});
+    // The language comes from the program's own strings then; it has none.
+    expect(PRODUCT_PREFIX "util.dll", "nowhere.dll", {missing(TestFolder() + "nowhere.dll"), LeftToRight});
+    // Without a folder the library is not searched for, though it lies beside the program.
+    expect("notloaded.dll", "tvkboxres.dll", {missing("tvkboxres.dll"), LeftToRight});
 }

@@ -10,12 +10,7 @@ constexpr char Key[] = "SOFTWARE\\TORVANE";
 constexpr char Name[] = "GUILOG";
 
 // At the beginning of a line: 14:03:22 <November 16, 2006> and two blanks.
-const std::regex& TimeStamp()
-{
-    static const std::regex stamp("([01]\\d|2[0-3]):[0-5]\\d:[0-5]\\d <(January|February|March|April|May|June|July|"
-                                  "August|September|October|November|December) (0[1-9]|[12]\\d|3[01]), \\d{4}>  ");
-    return stamp;
-}
+const std::regex TimeStamp("[0-2]\\d:[0-5]\\d:[0-5]\\d <[A-Z][a-z]+ [0-3]\\d, \\d{4}>  ");
 } // namespace
 
 TraceWorld::TraceWorld(unsigned long guilog)
@@ -65,7 +60,7 @@ std::vector<std::string> TraceWorld::Records() const
     std::vector<std::string> records;
     std::istringstream lines(log);
     for (std::string line; std::getline(lines, line);)
-        if (std::smatch stamp; std::regex_search(line, stamp, TimeStamp(), std::regex_constants::match_continuous))
+        if (std::smatch stamp; std::regex_search(line, stamp, TimeStamp, std::regex_constants::match_continuous))
             records.push_back(stamp.suffix());
         else if (records.empty())
             ADD_FAILURE() << "the log does not begin with a time stamp: " << line;
@@ -94,7 +89,7 @@ void TraceWorld::Clear()
 std::string WithoutTimeStamp(const std::string& record)
 {
     std::smatch stamp;
-    if (std::regex_search(record, stamp, TimeStamp(), std::regex_constants::match_continuous))
+    if (std::regex_search(record, stamp, TimeStamp, std::regex_constants::match_continuous))
         return stamp.suffix();
     ADD_FAILURE() << "no time stamp in front of: " << record;
     return record;
