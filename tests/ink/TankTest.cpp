@@ -97,10 +97,12 @@ TEST(Tank, ShowsTheBitmapOfItsInkAndLevel)
     }
 }
 
-TEST(Tank, KeepsItsSeriesForAnInkOrTypeThatIsNoneAndTouchesNoOtherWindow)
+TEST(Tank, KeepsItsSeriesForAnInkOrTypeThatIsNoneAndLeavesNothingBehind)
 {
     TankWindow window;
     Show(window.Tank(0), CGUIInkTank::InkColor2, 0);
+    EXPECT_EQ(window.Shown(0), 151);
+    const NoDrawingObjectLeft nothingLeft;
     for (const int color : {16, -1, INT_MAX})
     {
         Show(window.Tank(0), color, 100);
@@ -126,17 +128,6 @@ TEST(Tank, DropsDoNotChangeThePicture)
     EXPECT_EQ(tank.SetInkLevel(0), 1);
     AfxSetResourceHandle(former);
     EXPECT_EQ(window.Shown(0), 193);
-}
-
-TEST(Tank, LeavesNoDrawingObjectsBehind)
-{
-    TankWindow window;
-    ExpectNothingLeftBehind(
-        [&](int round)
-        {
-            Show(window.Tank(0), round % 16, round % 102);
-            UpdateWindow(window.Tank(0).m_hWnd);
-        });
 }
 
 TEST(Tanks, ShowTheCartridgesByMode)
