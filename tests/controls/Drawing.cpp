@@ -162,10 +162,11 @@ TEST_F(SavedDrawing, ClipsToItsOwnOrAnotherRegionAndInSaveModeTakesTheContextsAw
 TEST_F(SavedDrawing, StretchesWhenLoadedAndKeepsThatSizeWhenDrawn)
 {
     CRect larger(100, 100, 100 + 24, 100 + 19);
-    const HBITMAP stretched = static_cast<HBITMAP>(
-        LoadImageA(m_library.Module(), MAKEINTRESOURCEA(1), IMAGE_BITMAP, 24, 19, LR_CREATEDIBSECTION));
-    const HDC source = CreateCompatibleDC(nullptr);
-    const HGDIOBJ former = SelectObject(source, stretched);
+    CBitmap stretched;
+    stretched.Attach(LoadImageA(m_library.Module(), MAKEINTRESOURCEA(1), IMAGE_BITMAP, 24, 19, LR_CREATEDIBSECTION));
+    CDC source;
+    source.CreateCompatibleDC(nullptr);
+    source.SelectObject(&stretched);
     const COLORREF hole = RGB(GetBValue(m_picture.Key()), GetGValue(m_picture.Key()), GetRValue(m_picture.Key()));
     for (const bool save : {true, false})
     {
@@ -184,9 +185,6 @@ TEST_F(SavedDrawing, StretchesWhenLoadedAndKeepsThatSizeWhenDrawn)
             EXPECT_EQ(m_surface.Pixels(), expected) << save << ", " << scale;
         }
     }
-    SelectObject(source, former);
-    DeleteDC(source);
-    DeleteObject(stretched);
 }
 
 TEST_F(SavedDrawing, FailsWithoutATraceOnTheSurface)

@@ -34,19 +34,17 @@ std::vector<COLORREF> PixelsOf(HDC context)
 
 std::vector<COLORREF> TankBitmap(int id)
 {
-    const HANDLE bitmap =
-        LoadImageA(TankWindow::Bitmaps(), MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION);
+    CBitmap bitmap;
     BITMAP description{};
-    if (!GetObjectA(bitmap, sizeof description, &description))
+    if (!bitmap.Attach(
+            LoadImageA(TankWindow::Bitmaps(), MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)) ||
+        !bitmap.GetBitmap(&description))
         return {};
     EXPECT_TRUE(description.bmWidth == TankWindow::Width && description.bmHeight == TankWindow::Height) << id;
-    const HDC memory = CreateCompatibleDC(nullptr);
-    const HGDIOBJ former = SelectObject(memory, bitmap);
-    std::vector<COLORREF> pixels = PixelsOf(memory);
-    SelectObject(memory, former);
-    DeleteDC(memory);
-    DeleteObject(bitmap);
-    return pixels;
+    CDC memory;
+    memory.CreateCompatibleDC(nullptr);
+    memory.SelectObject(&bitmap);
+    return PixelsOf(memory.GetSafeHdc());
 }
 
 TankWindow::TankWindow(int type, DWORD exStyle)
