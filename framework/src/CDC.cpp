@@ -111,11 +111,6 @@ BOOL CDC::RestoreDC(int saved)
     return ::RestoreDC(m_hDC, saved);
 }
 
-CGdiObject* CDC::SelectStockObject(int index)
-{
-    return CGdiObject::FromHandle(::SelectObject(m_hDC, ::GetStockObject(index)));
-}
-
 CPen* CDC::SelectObject(CPen* pen)
 {
     return CPen::FromHandle(static_cast<HPEN>(::SelectObject(m_hDC, ObjectOf(pen))));
@@ -246,11 +241,6 @@ void CDC::FillRect(LPCRECT rect, CBrush* brush)
     ::FillRect(m_hDC, rect, static_cast<HBRUSH>(ObjectOf(brush)));
 }
 
-void CDC::FrameRect(LPCRECT rect, CBrush* brush)
-{
-    ::FrameRect(m_hDC, rect, static_cast<HBRUSH>(ObjectOf(brush)));
-}
-
 void CDC::FillSolidRect(LPCRECT rect, COLORREF colour)
 {
     ::SetBkColor(m_hDC, colour);
@@ -322,16 +312,6 @@ BOOL CDC::SetPixelV(POINT point, COLORREF colour)
     return SetPixelV(point.x, point.y, colour);
 }
 
-BOOL CDC::TextOut(int x, int y, LPCSTR text, int count)
-{
-    return ::TextOutA(m_hDC, x, y, text, count);
-}
-
-BOOL CDC::TextOut(int x, int y, const CString& text)
-{
-    return TextOut(x, y, text, text.GetLength());
-}
-
 int CDC::DrawText(LPCSTR text, int count, LPRECT rect, UINT format)
 {
     return ::DrawTextA(m_hDC, text, count, rect, format);
@@ -352,11 +332,6 @@ CSize CDC::GetTextExtent(LPCSTR text, int count) const
 CSize CDC::GetTextExtent(const CString& text) const
 {
     return GetTextExtent(text, text.GetLength());
-}
-
-BOOL CDC::GetTextMetrics(LPTEXTMETRICA metrics) const
-{
-    return ::GetTextMetricsA(m_hDC, metrics);
 }
 
 CClientDC::CClientDC(CWnd* window) : m_hWnd(window ? window->m_hWnd : nullptr)

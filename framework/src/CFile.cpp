@@ -1,7 +1,6 @@
 // Files of the system. Every failure becomes a CFileException with the system's error number.
 #include "afx/CFile.h"
 #include <algorithm>
-#include <cstring>
 
 namespace
 {
@@ -20,21 +19,6 @@ CString LastPart(const CString& path)
 {
     const int separator = std::max({path.ReverseFind('\\'), path.ReverseFind('/'), path.ReverseFind(':')});
     return path.Mid(separator + 1);
-}
-
-LONGLONG ToLongLong(DWORD high, DWORD low)
-{
-    return static_cast<LONGLONG>((static_cast<ULONGLONG>(high) << 32) | low);
-}
-
-void Fill(CFileStatus& status, const WIN32_FILE_ATTRIBUTE_DATA& data, LPCSTR path)
-{
-    status.m_ctime = data.ftCreationTime;
-    status.m_mtime = data.ftLastWriteTime;
-    status.m_atime = data.ftLastAccessTime;
-    status.m_size = static_cast<ULONGLONG>(ToLongLong(data.nFileSizeHigh, data.nFileSizeLow));
-    status.m_attribute = data.dwFileAttributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL);
-    lstrcpynA(status.m_szFullName, path, MAX_PATH);
 }
 } // namespace
 
@@ -167,20 +151,6 @@ ULONGLONG CFile::GetPosition() const
     return static_cast<ULONGLONG>(position.QuadPart);
 }
 
-void CFile::LockRange(ULONGLONG position, ULONGLONG count)
-{
-    if (!LockFile(m_hFile, static_cast<DWORD>(position), static_cast<DWORD>(position >> 32), static_cast<DWORD>(count),
-                  static_cast<DWORD>(count >> 32)))
-        CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), m_strFileName);
-}
-
-void CFile::UnlockRange(ULONGLONG position, ULONGLONG count)
-{
-    if (!UnlockFile(m_hFile, static_cast<DWORD>(position), static_cast<DWORD>(position >> 32),
-                    static_cast<DWORD>(count), static_cast<DWORD>(count >> 32)))
-        CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), m_strFileName);
-}
-
 void CFile::Flush()
 {
     if (m_hFile != hFileNull && !FlushFileBuffers(m_hFile))
@@ -220,42 +190,6 @@ CString CFile::GetFileTitle() const
 CString CFile::GetFilePath() const
 {
     return m_strFileName;
-}
-
-void CFile::SetFilePath(LPCSTR path)
-{
-    m_strFileName = path;
-}
-
-BOOL CFile::GetStatus(CFileStatus& status) const
-{
-    status = {};
-    lstrcpynA(status.m_szFullName, m_strFileName, MAX_PATH);
-    if (m_hFile == hFileNull)
-        return TRUE;
-    BY_HANDLE_FILE_INFORMATION information;
-    if (!GetFileInformationByHandle(m_hFile, &information))
-        return FALSE;
-    const WIN32_FILE_ATTRIBUTE_DATA data = {information.dwFileAttributes, information.ftCreationTime,
-                                            information.ftLastAccessTime, information.ftLastWriteTime,
-                                            information.nFileSizeHigh,    information.nFileSizeLow};
-    Fill(status, data, m_strFileName);
-    return TRUE;
-}
-
-BOOL CFile::GetStatus(LPCSTR fileName, CFileStatus& status)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExA(fileName, GetFileExInfoStandard, &data))
-        return FALSE;
-    Fill(status, data, FullPath(fileName));
-    return TRUE;
-}
-
-void CFile::Rename(LPCSTR oldName, LPCSTR newName)
-{
-    if (!MoveFileA(oldName, newName))
-        CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), oldName);
 }
 
 void CFile::Remove(LPCSTR fileName)

@@ -66,18 +66,6 @@ ULONGLONG CFileFind::GetLength() const
     return (static_cast<ULONGLONG>(m_found.nFileSizeHigh) << 32) | m_found.nFileSizeLow;
 }
 
-BOOL CFileFind::GetLastWriteTime(FILETIME* time) const
-{
-    *time = m_found.ftLastWriteTime;
-    return m_found.cFileName[0] != '\0';
-}
-
-BOOL CFileFind::GetLastWriteTime(CTime& time) const
-{
-    time = CTime(m_found.ftLastWriteTime);
-    return m_found.cFileName[0] != '\0';
-}
-
 BOOL CFileFind::MatchesMask(DWORD mask) const
 {
     return (m_found.dwFileAttributes & mask) != 0;

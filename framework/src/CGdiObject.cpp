@@ -227,16 +227,6 @@ CBitmap* CBitmap::FromHandle(HBITMAP bitmap)
     return State().gdiObjects.Find<CBitmap>(bitmap);
 }
 
-BOOL CBitmap::LoadBitmap(LPCSTR name)
-{
-    return Attach(::LoadBitmapA(AfxFindResourceHandle(name, RT_BITMAP), name));
-}
-
-BOOL CBitmap::LoadBitmap(UINT id)
-{
-    return LoadBitmap(MAKEINTRESOURCEA(id));
-}
-
 BOOL CBitmap::CreateBitmap(int width, int height, UINT planes, UINT bitCount, const void* bits)
 {
     return Attach(::CreateBitmap(width, height, planes, bitCount, bits));
@@ -245,11 +235,6 @@ BOOL CBitmap::CreateBitmap(int width, int height, UINT planes, UINT bitCount, co
 BOOL CBitmap::CreateCompatibleBitmap(CDC* dc, int width, int height)
 {
     return Attach(::CreateCompatibleBitmap(dc->m_hDC, width, height));
-}
-
-int CBitmap::GetBitmap(BITMAP* bitmap)
-{
-    return GetObject(sizeof *bitmap, bitmap);
 }
 
 DWORD CBitmap::GetBitmapBits(DWORD count, LPVOID bits) const
@@ -331,9 +316,4 @@ BOOL CRgn::PtInRegion(int horizontal, int vertical) const
 BOOL CRgn::PtInRegion(POINT point) const
 {
     return PtInRegion(point.x, point.y);
-}
-
-int CRgn::GetRegionData(LPRGNDATA data, int size) const
-{
-    return static_cast<int>(::GetRegionData(As<HRGN>(*this), static_cast<DWORD>(size), data));
 }

@@ -272,12 +272,6 @@ void CString::Empty()
     m_text = NilText();
 }
 
-char CString::GetAt(int index) const
-{
-    ASSERT(index >= 0 && index < GetLength());
-    return m_text[index];
-}
-
 char CString::operator[](int index) const
 {
     ASSERT(index >= 0 && index <= GetLength()); // the NUL may be looked at
@@ -327,11 +321,6 @@ int CString::CompareNoCase(LPCSTR text) const
 int CString::Collate(LPCSTR text) const
 {
     return CollateTexts(m_text, text ? text : "", 0);
-}
-
-int CString::CollateNoCase(LPCSTR text) const
-{
-    return CollateTexts(m_text, text ? text : "", NORM_IGNORECASE);
 }
 
 CString CString::Mid(int first) const

@@ -92,11 +92,6 @@ void CToolTipCtrl::GetText(CString& text, CWnd* window, UINT_PTR id) const
     text.ReleaseBuffer();
 }
 
-void CToolTipCtrl::Activate(BOOL activate)
-{
-    SendMessage(TTM_ACTIVATE, static_cast<WPARAM>(activate));
-}
-
 void CToolTipCtrl::RelayEvent(LPMSG message)
 {
     SendMessage(TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(message));

@@ -415,8 +415,12 @@ int CWnd::RunModalLoop(DWORD flags)
             UpdateWindow();
             show = false;
         }
-        if (!(flags & MLF_NOIDLEMSG) && owner && !::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE))
-            ::SendMessageA(owner, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(m_hWnd));
+        if (!::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE))
+        {
+            framework::DeleteTemporaryObjects();
+            if (!(flags & MLF_NOIDLEMSG) && owner)
+                ::SendMessageA(owner, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(m_hWnd));
+        }
         if (!framework::PumpMessage())
         {
             PostQuitMessage(static_cast<int>(State().pumped.wParam)); // for the loop that this one runs in

@@ -76,36 +76,6 @@ BOOL CButton::Create(LPCSTR caption, DWORD style, const RECT& rect, CWnd* parent
     return CWnd::Create("BUTTON", caption, style, rect, parent, id);
 }
 
-UINT CButton::GetState() const
-{
-    return Tell<UINT>(*this, BM_GETSTATE);
-}
-
-void CButton::SetState(BOOL highlight)
-{
-    Tell(*this, BM_SETSTATE, Index(highlight));
-}
-
-int CButton::GetCheck() const
-{
-    return Tell(*this, BM_GETCHECK);
-}
-
-void CButton::SetCheck(int check)
-{
-    Tell(*this, BM_SETCHECK, Index(check));
-}
-
-UINT CButton::GetButtonStyle() const
-{
-    return GetStyle() & 0xFFFF;
-}
-
-void CButton::SetButtonStyle(UINT style, BOOL redraw)
-{
-    Tell(*this, BM_SETSTYLE, style, redraw);
-}
-
 void CButton::DrawItem(LPDRAWITEMSTRUCT) {}
 
 BOOL CButton::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
@@ -157,16 +127,6 @@ int CListBox::SetCurSel(int index)
     return Tell(*this, LB_SETCURSEL, Index(index));
 }
 
-DWORD_PTR CListBox::GetItemData(int index) const
-{
-    return Tell<DWORD_PTR>(*this, LB_GETITEMDATA, Index(index));
-}
-
-int CListBox::SetItemData(int index, DWORD_PTR data)
-{
-    return Tell(*this, LB_SETITEMDATA, Index(index), static_cast<LPARAM>(data));
-}
-
 int CListBox::GetText(int index, LPSTR text) const
 {
     return Tell(*this, LB_GETTEXT, Index(index), Text(text));
@@ -175,11 +135,6 @@ int CListBox::GetText(int index, LPSTR text) const
 void CListBox::GetText(int index, CString& text) const
 {
     ItemText(*this, LB_GETTEXTLEN, LB_GETTEXT, index, text);
-}
-
-int CListBox::GetTextLen(int index) const
-{
-    return Tell(*this, LB_GETTEXTLEN, Index(index));
 }
 
 void CListBox::DrawItem(LPDRAWITEMSTRUCT) {}
@@ -224,16 +179,6 @@ int CComboBox::SetCurSel(int index)
     return Tell(*this, CB_SETCURSEL, Index(index));
 }
 
-DWORD_PTR CComboBox::GetItemData(int index) const
-{
-    return Tell<DWORD_PTR>(*this, CB_GETITEMDATA, Index(index));
-}
-
-int CComboBox::SetItemData(int index, DWORD_PTR data)
-{
-    return Tell(*this, CB_SETITEMDATA, Index(index), static_cast<LPARAM>(data));
-}
-
 int CComboBox::GetLBText(int index, LPSTR text) const
 {
     return Tell(*this, CB_GETLBTEXT, Index(index), Text(text));
@@ -242,11 +187,6 @@ int CComboBox::GetLBText(int index, LPSTR text) const
 void CComboBox::GetLBText(int index, CString& text) const
 {
     ItemText(*this, CB_GETLBTEXTLEN, CB_GETLBTEXT, index, text);
-}
-
-int CComboBox::GetLBTextLen(int index) const
-{
-    return Tell(*this, CB_GETLBTEXTLEN, Index(index));
 }
 
 void CComboBox::DrawItem(LPDRAWITEMSTRUCT) {}

@@ -1,4 +1,4 @@
-// TRACE and ASSERT.
+// Text for the debugger, and ASSERT.
 #include "afx/Platform.h"
 #include <cstdio>
 #include <cstdlib>

@@ -133,6 +133,29 @@ TEST_F(Dialogs, KeysWorkAsInADialog)
     EXPECT_EQ(dialog.m_text, "start");
 }
 
+// A program whose windows are all modal dialogs has no other loop to be idle in.
+TEST_F(Dialogs, TemporaryObjectsGoWhenTheLoopIsIdle)
+{
+    static const HDC screen = ::GetDC(nullptr);
+    static int looks = 0;
+    static CValues::Step look = [](CValues& dialog)
+    {
+        const bool fresh = CDC::FromHandle(screen)->m_hAttribDC == screen;
+        if (fresh || ++looks == 500)
+            dialog.EndDialog(fresh ? IDOK : IDABORT);
+        else
+            dialog.Later(look);
+    };
+    CValues dialog;
+    dialog.m_atStart = [](CValues& d)
+    {
+        CDC::FromHandle(screen)->m_hAttribDC = HDC(1); // a mark: it lasts as long as the object
+        d.Later(look);
+    };
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    ::ReleaseDC(nullptr, screen);
+}
+
 TEST_F(Dialogs, EndsEvenBeforeItIsShown)
 {
     CValues dialog;

@@ -38,7 +38,7 @@ std::vector<COLORREF> TankBitmap(int id)
     BITMAP description{};
     if (!bitmap.Attach(
             LoadImageA(TankWindow::Bitmaps(), MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)) ||
-        !bitmap.GetBitmap(&description))
+        !GetObjectA(bitmap.m_hObject, sizeof description, &description))
         return {};
     EXPECT_TRUE(description.bmWidth == TankWindow::Width && description.bmHeight == TankWindow::Height) << id;
     CDC memory;

@@ -32,7 +32,6 @@ public:
     virtual BOOL RestoreDC(int saved);
 
     /// Each answers the object selected before, as a temporary object.
-    virtual CGdiObject* SelectStockObject(int index);
     CPen* SelectObject(CPen* pen);
     CBrush* SelectObject(CBrush* brush);
     virtual CFont* SelectObject(CFont* font);
@@ -62,7 +61,6 @@ public:
     BOOL Rectangle(int left, int top, int right, int bottom);
     BOOL Rectangle(LPCRECT rect);
     void FillRect(LPCRECT rect, CBrush* brush);
-    void FrameRect(LPCRECT rect, CBrush* brush);
     void FillSolidRect(LPCRECT rect, COLORREF colour); ///< leaves `colour` as the background colour
     void FillSolidRect(int x, int y, int width, int height, COLORREF colour);
     void Draw3dRect(LPCRECT rect, COLORREF topLeft, COLORREF bottomRight);
@@ -79,13 +77,10 @@ public:
     BOOL SetPixelV(int x, int y, COLORREF colour);
     BOOL SetPixelV(POINT point, COLORREF colour);
 
-    virtual BOOL TextOut(int x, int y, LPCSTR text, int count);
-    BOOL TextOut(int x, int y, const CString& text);
     virtual int DrawText(LPCSTR text, int count, LPRECT rect, UINT format);
     int DrawText(const CString& text, LPRECT rect, UINT format);
     CSize GetTextExtent(LPCSTR text, int count) const;
     CSize GetTextExtent(const CString& text) const;
-    BOOL GetTextMetrics(LPTEXTMETRICA metrics) const;
 };
 
 /// The client area of a window (the screen for null), outside of painting. Throws a CResourceException without one.

@@ -2,18 +2,6 @@
 #pragma once
 
 #include "afx/CException.h"
-#include "afx/CTime.h"
-
-/// What GetStatus tells of a file.
-struct CFileStatus
-{
-    CTime m_ctime;               ///< created
-    CTime m_mtime;               ///< last written
-    CTime m_atime;               ///< last read
-    ULONGLONG m_size;            ///< bytes
-    DWORD m_attribute;           ///< CFile::Attribute
-    char m_szFullName[MAX_PATH]; ///< absolute path
-};
 
 /// A file of the system, closed by the destructor. Operations throw a CFileException unless said otherwise.
 class FRAMEWORK_API CFile : public CObject
@@ -36,16 +24,6 @@ public:
         modeNoTruncate = 0x2000, ///< with modeCreate: an existing file is kept as it is
         typeText = 0x4000,       ///< for derived classes
         typeBinary = 0x8000
-    };
-    enum Attribute
-    {
-        normal = 0x00,
-        readOnly = 0x01,
-        hidden = 0x02,
-        system = 0x04,
-        volume = 0x08,
-        directory = 0x10,
-        archive = 0x20
     };
     enum SeekPosition
     {
@@ -77,8 +55,6 @@ public:
     virtual ULONGLONG GetLength() const;
     virtual void SetLength(ULONGLONG newLength);
     virtual ULONGLONG GetPosition() const;
-    virtual void LockRange(ULONGLONG position, ULONGLONG count);
-    virtual void UnlockRange(ULONGLONG position, ULONGLONG count);
     virtual void Flush();
     virtual void Close();
     /// Closes without a word of failure.
@@ -87,11 +63,7 @@ public:
     virtual CString GetFileName() const;  ///< the last part of the path
     virtual CString GetFileTitle() const; ///< the same as the system shows it
     virtual CString GetFilePath() const;  ///< the absolute path
-    virtual void SetFilePath(LPCSTR path);
-    BOOL GetStatus(CFileStatus& status) const;
 
-    static BOOL GetStatus(LPCSTR fileName, CFileStatus& status); ///< FALSE without such a file
-    static void Rename(LPCSTR oldName, LPCSTR newName);
     static void Remove(LPCSTR fileName);
 
 protected:

@@ -21,8 +21,6 @@ public:
     virtual CString GetFilePath() const;
     virtual CString GetFileTitle() const; ///< the name without its ending
     ULONGLONG GetLength() const;
-    virtual BOOL GetLastWriteTime(CTime& time) const;
-    BOOL GetLastWriteTime(FILETIME* time) const;
     virtual BOOL MatchesMask(DWORD mask) const; ///< FILE_ATTRIBUTE_…
     virtual BOOL IsDots() const;                ///< "." or ".."
     BOOL IsDirectory() const;

@@ -87,11 +87,8 @@ public:
     operator HBITMAP() const;
     static CBitmap* FromHandle(HBITMAP bitmap);
     /// From a resource that AfxFindResourceHandle finds.
-    BOOL LoadBitmap(LPCSTR name);
-    BOOL LoadBitmap(UINT id);
     BOOL CreateBitmap(int width, int height, UINT planes, UINT bitCount, const void* bits);
     BOOL CreateCompatibleBitmap(CDC* dc, int width, int height);
-    int GetBitmap(BITMAP* bitmap);
     DWORD GetBitmapBits(DWORD count, LPVOID bits) const;
 };
 
@@ -123,5 +120,4 @@ public:
     int GetRgnBox(LPRECT rect) const;
     BOOL PtInRegion(int horizontal, int vertical) const;
     BOOL PtInRegion(POINT point) const;
-    int GetRegionData(LPRGNDATA data, int size) const;
 };

@@ -26,7 +26,6 @@ public:
     int GetLength() const;
     BOOL IsEmpty() const;
     void Empty();
-    char GetAt(int index) const;
     char operator[](int index) const;
     void SetAt(int index, char character);
     operator LPCSTR() const;
@@ -39,7 +38,6 @@ public:
     int Compare(LPCSTR text) const;
     int CompareNoCase(LPCSTR text) const;
     int Collate(LPCSTR text) const;
-    int CollateNoCase(LPCSTR text) const;
 
     /// Parts of the text; counts are cut to what there is.
     CString Mid(int first) const;

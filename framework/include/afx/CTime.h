@@ -1,43 +1,8 @@
-// Points in time, to the second, and the distance between two of them.
+// Points in time, to the second.
 #pragma once
 
 #include "afx/CString.h"
 #include <ctime>
-
-/// A difference of two times in seconds.
-class FRAMEWORK_API CTimeSpan
-{
-public:
-    CTimeSpan();
-    CTimeSpan(time_t time);
-    CTimeSpan(LONG days, int hours, int minutes, int seconds);
-
-    LONGLONG GetDays() const;
-    LONGLONG GetTotalHours() const;
-    LONG GetHours() const; ///< of the last day: -23 to 23
-    LONGLONG GetTotalMinutes() const;
-    LONG GetMinutes() const; ///< of the last hour: -59 to 59
-    LONGLONG GetTotalSeconds() const;
-    LONG GetSeconds() const; ///< of the last minute: -59 to 59
-    time_t GetTimeSpan() const;
-
-    CTimeSpan operator+(CTimeSpan span) const;
-    CTimeSpan operator-(CTimeSpan span) const;
-    CTimeSpan& operator+=(CTimeSpan span);
-    CTimeSpan& operator-=(CTimeSpan span);
-    bool operator==(CTimeSpan span) const;
-    bool operator!=(CTimeSpan span) const;
-    bool operator<(CTimeSpan span) const;
-    bool operator>(CTimeSpan span) const;
-    bool operator<=(CTimeSpan span) const;
-    bool operator>=(CTimeSpan span) const;
-
-    /// %D days, %H hours, %M minutes and %S seconds (two digits each but the days), %% a percent sign.
-    CString Format(LPCSTR format) const;
-
-private:
-    time_t m_span;
-};
 
 /// A point in time: seconds since 1 January 1970, UTC. The getters answer local time.
 class FRAMEWORK_API CTime
@@ -65,11 +30,6 @@ public:
     struct tm* GetLocalTm(struct tm* result) const;
     bool GetAsSystemTime(SYSTEMTIME& result) const; ///< local time
 
-    CTimeSpan operator-(CTime time) const;
-    CTime operator+(CTimeSpan span) const;
-    CTime operator-(CTimeSpan span) const;
-    CTime& operator+=(CTimeSpan span);
-    CTime& operator-=(CTimeSpan span);
     bool operator==(CTime time) const;
     bool operator!=(CTime time) const;
     bool operator<(CTime time) const;

@@ -23,6 +23,5 @@ public:
     int GetToolCount() const;
     void GetText(CString& text, CWnd* window, UINT_PTR id = 0) const;
 
-    void Activate(BOOL activate);
     void RelayEvent(LPMSG message);
 };

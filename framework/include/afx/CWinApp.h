@@ -4,14 +4,6 @@
 #include "afx/CException.h"
 #include "afx/CWnd.h"
 
-#ifndef ID_HELP
-#define ID_HELP 0xE146
-#define ID_CONTEXT_HELP 0xE145
-#define ID_HELP_FINDER 0xE143
-#define ID_APP_EXIT 0xE141
-#define ID_APP_ABOUT 0xE140
-#endif
-
 /// A thread with a message loop.
 class FRAMEWORK_API CWinThread : public CCmdTarget
 {

@@ -26,12 +26,6 @@ public:
     ~CButton() override;
     using CWnd::Create;
     virtual BOOL Create(LPCSTR caption, DWORD style, const RECT& rect, CWnd* parent, UINT id);
-    UINT GetState() const;
-    void SetState(BOOL highlight);
-    int GetCheck() const;
-    void SetCheck(int check);
-    UINT GetButtonStyle() const;
-    void SetButtonStyle(UINT style, BOOL redraw = TRUE);
     /// Draws an owner-drawn button; a derived class must do so.
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
 
@@ -62,11 +56,8 @@ public:
     int GetCount() const;
     int GetCurSel() const;
     int SetCurSel(int index);
-    DWORD_PTR GetItemData(int index) const;
-    int SetItemData(int index, DWORD_PTR data);
     int GetText(int index, LPSTR text) const;
     void GetText(int index, CString& text) const;
-    int GetTextLen(int index) const;
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
     virtual void MeasureItem(LPMEASUREITEMSTRUCT item);
 
@@ -87,11 +78,8 @@ public:
     int GetCount() const;
     int GetCurSel() const;
     int SetCurSel(int index);
-    DWORD_PTR GetItemData(int index) const;
-    int SetItemData(int index, DWORD_PTR data);
     int GetLBText(int index, LPSTR text) const;
     void GetLBText(int index, CString& text) const;
-    int GetLBTextLen(int index) const;
     virtual void DrawItem(LPDRAWITEMSTRUCT item);
     virtual void MeasureItem(LPMEASUREITEMSTRUCT item);
 

@@ -101,12 +101,10 @@ public:
     BOOL IsRectEmpty() const { return ::IsRectEmpty(this); } ///< no width or no height
     BOOL IsRectNull() const { return left == 0 && top == 0 && right == 0 && bottom == 0; }
     BOOL PtInRect(POINT point) const { return ::PtInRect(this, point); }
-    BOOL EqualRect(LPCRECT rect) const { return ::EqualRect(this, rect); }
 
     void SetRect(int l, int t, int r, int b) { ::SetRect(this, l, t, r, b); }
     void SetRect(POINT topLeft, POINT bottomRight) { *this = CRect(topLeft, bottomRight); }
     void SetRectEmpty() { ::SetRectEmpty(this); }
-    void CopyRect(LPCRECT rect) { ::CopyRect(this, rect); }
     /// Exchanges left with right and top with bottom where they stand the wrong way round.
     void NormalizeRect()
     {
@@ -142,10 +140,9 @@ public:
     void MoveToXY(int horizontal, int vertical) { OffsetRect(horizontal - left, vertical - top); }
     void MoveToXY(POINT point) { MoveToXY(point.x, point.y); }
 
-    /// The intersection or union of two rectangles, or the first without the second; FALSE when it is empty.
+    /// The intersection or union of two rectangles; FALSE when it is empty.
     BOOL IntersectRect(LPCRECT first, LPCRECT second) { return ::IntersectRect(this, first, second); }
     BOOL UnionRect(LPCRECT first, LPCRECT second) { return ::UnionRect(this, first, second); }
-    BOOL SubtractRect(LPCRECT first, LPCRECT second) { return ::SubtractRect(this, first, second); }
 
     CRect& operator=(const RECT& rect)
     {

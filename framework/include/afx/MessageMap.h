@@ -145,11 +145,8 @@ protected:                                                                      
 #define ON_NOTIFY_REFLECT_EX(code, memberFxn) AFX_ON_REFLECTED(WM_NOTIFY, code, &framework::CallNotifyEx<memberFxn>)
 
 #define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
-#define ON_STN_CLICKED(id, memberFxn) ON_CONTROL(STN_CLICKED, id, memberFxn)
-#define ON_EN_CHANGE(id, memberFxn) ON_CONTROL(EN_CHANGE, id, memberFxn)
 #define ON_LBN_SELCHANGE(id, memberFxn) ON_CONTROL(LBN_SELCHANGE, id, memberFxn)
 #define ON_LBN_DBLCLK(id, memberFxn) ON_CONTROL(LBN_DBLCLK, id, memberFxn)
-#define ON_CBN_SELCHANGE(id, memberFxn) ON_CONTROL(CBN_SELCHANGE, id, memberFxn)
 
 // The rest are messages of the system with handlers of fixed names. `self` is the object, `m` the message.
 #define AFX_ON_WM_KIND(kind, message, ...)                                                                             \
@@ -179,45 +176,21 @@ protected:                                                                      
 #define ON_WM_NCDESTROY() AFX_ON_WM(WM_NCDESTROY, self.OnNcDestroy())
 #define ON_WM_CLOSE() AFX_ON_WM(WM_CLOSE, self.OnClose())
 #define ON_WM_PAINT() AFX_ON_WM(WM_PAINT, self.OnPaint())
-#define ON_WM_NCPAINT() AFX_ON_WM(WM_NCPAINT, self.OnNcPaint())
 #define ON_WM_ERASEBKGND() AFX_ON_WM(WM_ERASEBKGND, m.result = self.OnEraseBkgnd(AFX_CONTEXT_OF(m.wParam)))
 #define ON_WM_MOUSEMOVE() AFX_ON_WM_MOUSE(WM_MOUSEMOVE, OnMouseMove)
-#define ON_WM_MOUSEHOVER() AFX_ON_WM_MOUSE(WM_MOUSEHOVER, OnMouseHover)
-#define ON_WM_MOUSELEAVE() AFX_ON_WM(WM_MOUSELEAVE, self.OnMouseLeave())
 #define ON_WM_LBUTTONDOWN() AFX_ON_WM_MOUSE(WM_LBUTTONDOWN, OnLButtonDown)
 #define ON_WM_LBUTTONUP() AFX_ON_WM_MOUSE(WM_LBUTTONUP, OnLButtonUp)
 #define ON_WM_LBUTTONDBLCLK() AFX_ON_WM_MOUSE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
-#define ON_WM_RBUTTONDOWN() AFX_ON_WM_MOUSE(WM_RBUTTONDOWN, OnRButtonDown)
-#define ON_WM_RBUTTONUP() AFX_ON_WM_MOUSE(WM_RBUTTONUP, OnRButtonUp)
-#define ON_WM_RBUTTONDBLCLK() AFX_ON_WM_MOUSE(WM_RBUTTONDBLCLK, OnRButtonDblClk)
-#define ON_WM_MOUSEACTIVATE()                                                                                          \
-    AFX_ON_WM(WM_MOUSEACTIVATE,                                                                                        \
-              m.result = self.OnMouseActivate(AFX_WINDOW_OF(m.wParam), LOWORD(m.lParam), HIWORD(m.lParam)))
 #define ON_WM_CAPTURECHANGED() AFX_ON_WM(WM_CAPTURECHANGED, self.OnCaptureChanged(AFX_WINDOW_OF(m.lParam)))
 #define ON_WM_SETCURSOR()                                                                                              \
     AFX_ON_WM(WM_SETCURSOR, m.result = self.OnSetCursor(AFX_WINDOW_OF(m.wParam), LOWORD(m.lParam), HIWORD(m.lParam)))
-#define ON_WM_NCHITTEST() AFX_ON_WM(WM_NCHITTEST, m.result = self.OnNcHitTest(CPoint(m.lParam)))
-#define ON_WM_SETFOCUS() AFX_ON_WM(WM_SETFOCUS, self.OnSetFocus(AFX_WINDOW_OF(m.wParam)))
 #define ON_WM_KILLFOCUS() AFX_ON_WM(WM_KILLFOCUS, self.OnKillFocus(AFX_WINDOW_OF(m.wParam)))
 #define ON_WM_KEYDOWN() AFX_ON_WM_KEY(WM_KEYDOWN, OnKeyDown)
-#define ON_WM_KEYUP() AFX_ON_WM_KEY(WM_KEYUP, OnKeyUp)
 #define ON_WM_CHAR() AFX_ON_WM_KEY(WM_CHAR, OnChar)
-#define ON_WM_GETDLGCODE() AFX_ON_WM(WM_GETDLGCODE, m.result = static_cast<LRESULT>(self.OnGetDlgCode()))
 #define ON_WM_TIMER() AFX_ON_WM(WM_TIMER, self.OnTimer(m.wParam))
 #define ON_WM_SIZE() AFX_ON_WM(WM_SIZE, self.OnSize(static_cast<UINT>(m.wParam), LOWORD(m.lParam), HIWORD(m.lParam)))
-#define ON_WM_MOVE()                                                                                                   \
-    AFX_ON_WM(WM_MOVE, self.OnMove(static_cast<short>(LOWORD(m.lParam)), static_cast<short>(HIWORD(m.lParam))))
-#define ON_WM_WINDOWPOSCHANGED()                                                                                       \
-    AFX_ON_WM(WM_WINDOWPOSCHANGED, self.OnWindowPosChanged(reinterpret_cast<WINDOWPOS*>(m.lParam)))
-#define ON_WM_NCCALCSIZE()                                                                                             \
-    AFX_ON_WM(WM_NCCALCSIZE, self.OnNcCalcSize(m.wParam != 0, reinterpret_cast<NCCALCSIZE_PARAMS*>(m.lParam)))
-#define ON_WM_ENABLE() AFX_ON_WM(WM_ENABLE, self.OnEnable(m.wParam != 0))
-#define ON_WM_SHOWWINDOW() AFX_ON_WM(WM_SHOWWINDOW, self.OnShowWindow(m.wParam != 0, static_cast<UINT>(m.lParam)))
 #define ON_WM_ACTIVATE()                                                                                               \
     AFX_ON_WM(WM_ACTIVATE, self.OnActivate(LOWORD(m.wParam), AFX_WINDOW_OF(m.lParam), HIWORD(m.wParam) != 0))
-#define ON_WM_ACTIVATEAPP() AFX_ON_WM(WM_ACTIVATEAPP, self.OnActivateApp(m.wParam != 0, static_cast<DWORD>(m.lParam)))
-#define ON_WM_CANCELMODE() AFX_ON_WM(WM_CANCELMODE, self.OnCancelMode())
-#define ON_WM_SYSCOLORCHANGE() AFX_ON_WM(WM_SYSCOLORCHANGE, self.OnSysColorChange())
 #define ON_WM_PALETTECHANGED() AFX_ON_WM(WM_PALETTECHANGED, self.OnPaletteChanged(AFX_WINDOW_OF(m.wParam)))
 #define ON_WM_QUERYNEWPALETTE() AFX_ON_WM(WM_QUERYNEWPALETTE, m.result = self.OnQueryNewPalette())
 #define ON_WM_DRAWITEM()                                                                                               \

@@ -29,23 +29,17 @@
 #define AFX_EXT_CLASS __declspec(dllimport)
 #endif
 #define AFX_EXT_API AFX_EXT_CLASS
-#define AFX_EXT_DATA AFX_EXT_CLASS
 
-#define AFXAPI __stdcall
 #define afx_msg // marks a message handler, for the reader
 
-/// Stops at a false condition in debug builds, is nothing otherwise; VERIFY evaluates its condition in every build.
+/// Stops at a false condition in debug builds, is nothing otherwise.
 #ifdef _DEBUG
 #define ASSERT(condition) ((condition) ? void() : AfxAssertFailed(#condition, __FILE__, __LINE__))
-#define VERIFY(condition) ASSERT(condition)
-#define TRACE(...) AfxTrace(__VA_ARGS__)
 #else
 #define ASSERT(condition) void(0)
-#define VERIFY(condition) void(condition)
-#define TRACE(...) void(0)
 #endif
 
-/// Writes formatted text to the debugger; use TRACE.
+/// Writes formatted text to the debugger.
 FRAMEWORK_API void AfxTrace(LPCSTR format, ...) __attribute__((format(gnu_printf, 1, 2)));
 /// Reports a failed ASSERT on the debugger and on standard error, then ends the program.
 [[noreturn]] FRAMEWORK_API void AfxAssertFailed(LPCSTR condition, LPCSTR file, int line);
