@@ -52,7 +52,9 @@ private:
 
 CSpy::CSpy() : m_bWriteToFile(FALSE), m_bMessageBox(FALSE), m_bDebugOutput(FALSE), m_bEnabled(FALSE), m_bFileOpen(FALSE)
 {
-    m_strLogPath = tvk::Joined({"c:\\", tvk::View(TvkProduct::GetProductPrefix()), "gui.log"});
+    // Once: the prefix stays for the life of the process, and every look-up of a setting makes a CSpy.
+    static const CString path = tvk::Joined({"c:\\", tvk::View(TvkProduct::GetProductPrefix()), "gui.log"});
+    m_strLogPath = path;
     GetSpySetting();
 }
 

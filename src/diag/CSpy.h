@@ -105,6 +105,7 @@ protected:
     void WriteOutputString();
 
 private:
+    friend class TvkProduct; // whose every look-up writes a record: m_bEnabled
     template <class... Value>
     int Record(const Value&... value);
     template <class Structure>

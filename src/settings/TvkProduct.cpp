@@ -458,8 +458,11 @@ CString TvkProduct::TranslateResourceValue(CString value, CString token)
 
 void TvkProduct::TraceSetting(const CString& key, const CString& value) const
 {
+    CSpy spy;
+    if (!spy.m_bEnabled) // the commonest record: not put together for nobody
+        return;
     const std::string_view source = m_bFromConfigDLL ? "CFG DLL"
                                     : m_bPreloaded   ? "Preload"
                                                      : tvk::View(m_strCurrentDLL);
-    Trace(tvk::Joined({source, Arrow, tvk::View(key), Arrow, tvk::View(value)}));
+    spy.OutputData(tvk::Joined({source, Arrow, tvk::View(key), Arrow, tvk::View(value)}));
 }
