@@ -548,10 +548,13 @@ void JSWOptionsDlg::EnableSkinButtons()
     if (hasNext)
         next->EnableWindow();
     const HWND focus = ::GetFocus();
+    CWnd* target = nullptr;
     if (!hasPrevious && focus == previous->m_hWnd)
-        GotoDlgCtrl(hasNext ? next : GetDlgItem(IDOK));
+        target = hasNext ? next : GetDlgItem(IDOK);
     if (!hasNext && focus == next->m_hWnd)
-        GotoDlgCtrl(hasPrevious ? previous : GetDlgItem(IDOK));
+        target = hasPrevious ? previous : GetDlgItem(IDOK);
+    if (target) // a template may lack the button
+        GotoDlgCtrl(target);
     previous->EnableWindow(hasPrevious);
     next->EnableWindow(hasNext);
 }
