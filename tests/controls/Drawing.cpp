@@ -262,6 +262,28 @@ TEST_F(SavedDrawing, LeavesTheContextAsItWasWhenTheSystemRefuses)
     expectUnchanged(REFUSED(SelectPalette), library, 3, false, false);
 }
 
+TEST_F(SavedDrawing, LeavesNothingBehind)
+{
+    const ScratchFile file("again.bmp", m_picture.File());
+    ExpectNothingLeftBehind(
+        1008,
+        [&](int round)
+        {
+            m_bitmap.SetSaveBmp(round % 3 == 0);
+            if (round % 3 == 2)
+                m_bitmap.LoadTransparent(1, file.Path().c_str(), m_picture.Key(), nullptr);
+            else
+                m_bitmap.LoadTransparent(m_library.Module(), round % 7 ? 1 : 99, m_picture.Key(), nullptr);
+            const HRGN clip = CreateRectRgn(0, 0, 5, 5);
+            m_bitmap.SetClipRgn(clip);
+            DeleteObject(clip);
+            Draw();
+            CTransparentBmp other;
+            other.LoadTransparent(m_library.Module(), 1, m_picture.Key(), nullptr);
+        },
+        21); // every kind of load has been tried
+}
+
 TEST(Drawing, IsOnePixelFurtherRightInMirroredContextsOfThe9xFamily)
 {
     const Picture picture(8, 8, 24, 3);

@@ -193,6 +193,18 @@ TEST_F(TracePictures, ARectangleOfADeviceContext)
     EXPECT_EQ(message.substr(56), std::string("of it\0part\0", 11) + all.substr(4, 8) + all.substr(16, 8));
 }
 
+TEST_F(TracePictures, AThousandPicturesLeaveNothingBehind)
+{
+    Receiver receiver;
+    ExpectNothingLeftBehind(
+        [&](int)
+        {
+            Send();
+            SendRectangle();
+        });
+    EXPECT_EQ(receiver.messages.size(), 2000u);
+}
+
 TEST_F(TracePictures, WhatFailsSendsNothingAndLeavesNothingBehind)
 {
     const HMODULE library = LibraryUnderTest(), framework = GetModuleHandleA("tvkframe.dll");

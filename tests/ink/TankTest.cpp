@@ -40,12 +40,16 @@ constexpr std::pair<int, int> StepOfPercent[] = {
     {1, 1},
     {8, 1},
     {9, 2},
+    {25, 3},
+    {50, 6},
+    {59, 8},
     {66, 8},
     {67, 9},
     {75, 9},
     {99, 12},
     {100, LastStep},
     {101, NoLevel},
+    {127, NoLevel},
     {INT_MAX, NoLevel},
 };
 
@@ -97,12 +101,11 @@ TEST(Tank, ShowsTheBitmapOfItsInkAndLevel)
     }
 }
 
-TEST(Tank, KeepsItsSeriesForAnInkOrTypeThatIsNoneAndLeavesNothingBehind)
+TEST(Tank, KeepsItsSeriesForAnInkOrTypeThatIsNone)
 {
     TankWindow window;
     Show(window.Tank(0), CGUIInkTank::InkColor2, 0);
     EXPECT_EQ(window.Shown(0), 151);
-    const NoDrawingObjectLeft nothingLeft;
     for (const int color : {16, -1, INT_MAX})
     {
         Show(window.Tank(0), color, 100);
@@ -128,6 +131,17 @@ TEST(Tank, DropsDoNotChangeThePicture)
     EXPECT_EQ(tank.SetInkLevel(0), 1);
     AfxSetResourceHandle(former);
     EXPECT_EQ(window.Shown(0), 193);
+}
+
+TEST(Tank, LeavesNothingBehind)
+{
+    TankWindow window;
+    ExpectNothingLeftBehind(1010,
+                            [&](int round)
+                            {
+                                Show(window.Tank(0), round % 16, round % 102);
+                                UpdateWindow(window.Tank(0).m_hWnd);
+                            });
 }
 
 TEST(Tanks, ShowTheCartridgesByMode)

@@ -10,7 +10,8 @@ constexpr char Key[] = "SOFTWARE\\TORVANE";
 constexpr char Name[] = "GUILOG";
 
 // At the beginning of a line: 14:03:22 <November 16, 2006> and two blanks.
-const std::regex TimeStamp("[0-2]\\d:[0-5]\\d:[0-5]\\d <[A-Z][a-z]+ [0-3]\\d, \\d{4}>  ");
+const std::regex TimeStamp("([01]\\d|2[0-3]):[0-5]\\d:[0-5]\\d <(January|February|March|April|May|June|July|August|"
+                           "September|October|November|December) (0[1-9]|[12]\\d|3[01]), \\d{4}>  ");
 } // namespace
 
 TraceWorld::TraceWorld(unsigned long guilog)
