@@ -34,7 +34,10 @@ bool ReportInk(const char* printer)
 {
     CComxDataRetriever cache;
     if (!cache.GetPrinterCacheData(printer))
+    {
+        std::printf("Nothing is known of \"%s\".\n", printer);
         return false;
+    }
     std::printf("Printer %s, cartridges %lu and %lu\n", static_cast<LPCSTR>(cache.GetSerialNumber()),
                 cache.GetLogCartId(1), cache.GetLogCartId(2));
     for (int ink = 1; ink <= PRINTERCACHE_INKS; ++ink)

@@ -1,7 +1,7 @@
 // A push button whose face is a set of bitmaps with a transparent colour.
 #include "controls/CGUIButton.h"
-#include "system/internal/ParentRect.h"
 #include "controls/internal/Colours.h"
+#include "system/internal/ParentRect.h"
 #include <memory>
 
 namespace

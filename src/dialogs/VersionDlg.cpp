@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include "controls/internal/Colours.h"
 #include "diag/ActivityTracker.h"
 #include "dialogs/DialogIds.h"
 #include "dialogs/internal/DialogControls.h"
@@ -10,7 +11,6 @@
 #include "system/internal/DetachedProcess.h"
 #include "system/internal/Handle.h"
 #include "system/internal/ParentRect.h"
-#include "controls/internal/Colours.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 #include "ink/CGUIInkTank.h"
+#include "controls/internal/Colours.h"
 #include "ink/internal/ColorTable.h"
 #include "system/internal/ParentRect.h"
-#include "controls/internal/Colours.h"
 #include <array>
 
 namespace

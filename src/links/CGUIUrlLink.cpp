@@ -365,7 +365,7 @@ HINSTANCE CGUIUrlLink::GotoURL(const char* address, int show)
         return GotoURLManually(address, show);
     const HINSTANCE opened = ::ShellExecuteA(nullptr, "open", address, nullptr, nullptr, show);
     const INT_PTR result = reinterpret_cast<INT_PTR>(opened);
-    if (result > tvk::LAST_SHELL_ERROR)
+    if (result > tvk::LastShellError)
         return opened;
     m_Spy.OutputData("ShellExecute() Failed...return code");
     m_Spy.OutputData(static_cast<int>(result));
@@ -433,10 +433,9 @@ void CGUIUrlLink::AppendSetting(const char* key)
 /// The code of the retailer that the printer was sold by, when its file names one.
 void CGUIUrlLink::AppendPartner()
 {
-    const CString system = tvk::SystemDirectory(256);
-    if (system.IsEmpty()) // without it the rest would be a path from the root of the current drive
+    CString file = tvk::BelowSystemDirectory("\\", 256);
+    if (file.IsEmpty())
         return;
-    CString file = system + "\\";
     file += Setting("IDO_RZB_EXECUTABLENAME_PATH");
     file += Setting("IDO_RETAILERSPECIFIC_INIFILE_NAME");
     const CString key = Setting("IDO_PARTNER_KEY_NAME");

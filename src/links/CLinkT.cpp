@@ -1,8 +1,8 @@
 // What the two families of link controls have in common.
 #include "links/CLinkT.h"
+#include "controls/internal/Colours.h"
 #include "system/internal/Handle.h"
 #include "system/internal/ParentRect.h"
-#include "controls/internal/Colours.h"
 #include <algorithm>
 #include <commctrl.h>
 

@@ -24,7 +24,7 @@ HINSTANCE CUrlLink::FollowLink(CString address)
 HINSTANCE CUrlLink::GotoURL(const char* address, int show)
 {
     const HINSTANCE opened = ::ShellExecuteA(nullptr, "open", address, nullptr, nullptr, show);
-    if (reinterpret_cast<INT_PTR>(opened) > tvk::LAST_SHELL_ERROR)
+    if (reinterpret_cast<INT_PTR>(opened) > tvk::LastShellError)
         return opened;
     const CString commandLine = tvk::BrowserCommandLine(address);
     STARTUPINFOA startup = {};
@@ -33,7 +33,7 @@ HINSTANCE CUrlLink::GotoURL(const char* address, int show)
     startup.wShowWindow = static_cast<WORD>(show);
     if (commandLine.IsEmpty() || !tvk::StartDetached(commandLine, startup))
         return opened;
-    return reinterpret_cast<HINSTANCE>(tvk::LAST_SHELL_ERROR + 1);
+    return reinterpret_cast<HINSTANCE>(tvk::LastShellError + 1);
 }
 
 long CUrlLink::GetRegKey(HKEY root, const char* keyPath, char* output)

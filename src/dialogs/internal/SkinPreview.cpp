@@ -1,11 +1,7 @@
 #include "dialogs/internal/SkinPreview.h"
 #include <algorithm>
-#include "dialogs/DialogIds.h"
 #include "controls/internal/Colours.h"
-
-namespace
-{
-}
+#include "dialogs/DialogIds.h"
 
 namespace tvk
 {

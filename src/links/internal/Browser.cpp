@@ -68,7 +68,7 @@ long ReadDefaultText(HKEY root, const char* keyPath, char* output)
         return result;
     CString text;
     ReadText(key.Get(), nullptr, text);
-    if (text.GetLength() >= static_cast<int>(REGISTRY_TEXT_SIZE)) // it came without a NUL
+    if (text.GetLength() >= static_cast<int>(RegistryTextSize)) // it came without a NUL
         text.Empty();
     std::memcpy(output, static_cast<LPCSTR>(text), static_cast<size_t>(text.GetLength()) + 1);
     return result;
@@ -76,7 +76,7 @@ long ReadDefaultText(HKEY root, const char* keyPath, char* output)
 
 CString BrowserCommandLine(const char* address)
 {
-    char documentClass[REGISTRY_TEXT_SIZE] = "", command[REGISTRY_TEXT_SIZE] = "";
+    char documentClass[RegistryTextSize] = "", command[RegistryTextSize] = "";
     if (ReadDefaultText(HKEY_CLASSES_ROOT, ".htm", documentClass) != ERROR_SUCCESS ||
         ReadDefaultText(HKEY_CLASSES_ROOT, CString(documentClass) + "\\shell\\open\\command", command) !=
             ERROR_SUCCESS ||

@@ -6,12 +6,12 @@
 namespace tvk
 {
 /// Results of ShellExecute above this one are successes.
-constexpr INT_PTR LAST_SHELL_ERROR = 32;
+constexpr INT_PTR LastShellError = 32;
 
 /// What an error of ShellExecute (0 to 32) means to the user.
 CString ShellErrorText(int error);
 
-/// Reads the default value of a key into at least REGISTRY_TEXT_SIZE bytes: untouched when the key cannot be opened,
+/// Reads the default value of a key into at least RegistryTextSize bytes: untouched when the key cannot be opened,
 /// empty when it has no text that fits. Returns the result of opening the key.
 long ReadDefaultText(HKEY root, const char* keyPath, char* output);
 
